@@ -1,0 +1,114 @@
+// Names are atoms: every name that is compared - the engine's own names, identifiers in trees, names of member
+// cells - is stored once per process and known by its address, so that comparing two names is comparing two
+// pointers.
+//
+// `Atom` is the stored text. It looks like a BString to whoever is handed one (`text()`), and a BString that
+// comes from the table can be turned back into its atom without a search. `Name` is the counted handle.
+// A name leaves the table with its last handle, so that names made up at run time cost no memory for good.
+// The table may be used by machines on several threads.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+#include "foundation/bstring.h"
+
+namespace quorvelin {
+
+class Atom {
+  public:
+    Atom(const Atom&) = delete;
+    Atom& operator=(const Atom&) = delete;
+
+    const BString& text() const { return text_; }
+
+    // Which of the engine's own names this is (the index in `well_known_names.h`), or -1.
+    int32_t wellKnown() const { return wellKnown_; }
+
+    // The atom of a text that came from the table, null for any other text. Costs one comparison.
+    static const Atom* ofInternedText(const BString& text) {
+        // The text is the first member, so that its address is the atom's.
+        if (!text.isInterned()) return nullptr;
+        return reinterpret_cast<const Atom*>(&text);
+    }
+
+  private:
+    friend class NameTable;
+    friend class Name;
+
+    Atom() = default;
+    ~Atom() = default;
+
+    BString text_;
+    uint32_t hash_ = 0;
+    int32_t wellKnown_ = -1;
+    mutable std::atomic<uint32_t> holders_{0};
+    Atom* next_ = nullptr;
+};
+
+class Name {
+  public:
+    // No name; `text()` is the empty text, and no other name equals it but another empty handle.
+    Name() = default;
+
+    // The name with this text, stored if it is new. Without memory the result is the empty handle.
+    explicit Name(const BString& text);
+    explicit Name(const char16_t* text) : Name(BString(text)) {}
+
+    // Another handle to an atom that somebody holds.
+    explicit Name(const Atom* atom) : atom_(atom) { addHolder(); }
+
+    // The name with this text if anybody holds it, else the empty handle. Stores nothing.
+    static Name find(const BString& text);
+
+    Name(const Name& other) : atom_(other.atom_) { addHolder(); }
+    Name(Name&& other) noexcept : atom_(other.atom_) { other.atom_ = nullptr; }
+    Name& operator=(const Name& other) {
+        Name copy(other);
+        return *this = static_cast<Name&&>(copy);
+    }
+    Name& operator=(Name&& other) noexcept {
+        const Atom* mine = atom_;
+        atom_ = other.atom_;
+        other.atom_ = mine;
+        return *this;
+    }
+    ~Name() { dropHolder(); }
+
+    const Atom* atom() const { return atom_; }
+    const BString& text() const { return atom_ != nullptr ? atom_->text() : emptyText(); }
+    friend bool operator==(const Name& a, const Name& b) { return a.atom_ == b.atom_; }
+
+  private:
+    static const BString& emptyText();
+    void addHolder() const {
+        // The engine's own names live for ever and are not counted: they are on every hot path.
+        if (atom_ != nullptr && atom_->wellKnown_ < 0) atom_->holders_.fetch_add(1, std::memory_order_relaxed);
+    }
+    void dropHolder() const {
+        if (atom_ != nullptr && atom_->wellKnown_ < 0) dropCounted(atom_);
+    }
+    static void dropCounted(const Atom* atom);
+
+    const Atom* atom_ = nullptr;
+};
+
+// Turns whatever text an operation was handed into the atom to compare with, for the time of the operation:
+// at once for a text from the table, by a search otherwise. When no such name is stored anywhere the atom is
+// null, and no member cell can have that name.
+class NameLookup {
+  public:
+    explicit NameLookup(const BString& text) : atom_(Atom::ofInternedText(text)) {
+        if (atom_ == nullptr) {
+            found_ = Name::find(text);
+            atom_ = found_.atom();
+        }
+    }
+    const Atom* atom() const { return atom_; }
+
+  private:
+    Name found_;
+    const Atom* atom_;
+};
+
+}  // namespace quorvelin

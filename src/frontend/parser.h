@@ -1,0 +1,104 @@
+// The parser: recursive descent, one function a precedence level or statement, working directly on the current
+// token of the tokenizer, which it is.
+//
+// Every rule gives one of three things: a node; a JSErrorNode, which whoever receives it hands on at once; or
+// null, which means "no construct here, nothing consumed" and is no error: many rules build their node with an
+// absent child. The ladder of expressions is deliberately not symmetrical. Some levels are loops and some are right
+// recursion, and only three guard against compound assignment; each of these asymmetries decides what some
+// expression means.
+//
+// The first error ends the parse. It carries the position of the tokenizer at that moment.
+#pragma once
+
+#include "foundation/owned.h"
+#include "frontend/nodes.h"
+#include "frontend/tokenizer.h"
+
+namespace quorvelin {
+
+// Operators in the order in which they are tried; matching is by prefix, so the order matters.
+struct OperatorTable;
+
+class JSParser : public JSTokenizer {
+  public:
+    using JSTokenizer::JSTokenizer;
+
+    // Parses the whole stream: a JSStatementListNode, or a JSErrorNode. The result carries a reference for the
+    // caller and outlives the parser. Null only when there was no memory for so much as the error.
+    JSNode* parseProgram();
+
+  private:
+    using Result = Owned<JSNode>;
+
+    struct Position {
+        int32_t line;
+        int32_t column;
+    };
+    Position position() const { return {line(), column()}; }
+
+    // ---- expressions ----
+    Result parseExpression();
+    Result parseAssignment();
+    Result parseConditional();
+    Result parseLogicalOr();
+    Result parseLogicalAnd();
+    Result parseBitOr();
+    Result parseBitXor();
+    Result parseBitAnd();
+    Result parseEquality();
+    Result parseRelational();
+    Result parseShift();
+    Result parseAdditive();
+    Result parseMultiplicative();
+    Result parseUnary();
+    Result parseMemberChain();
+    Result parsePrimary();
+    Result parseIndex();
+    Result parseArguments();
+    Result parseArrayElements();
+    Result parseMember(Result object);
+    Result parseElements(Owned<JSEntryListNode> list, const char16_t* closingBracket);
+    Result parseRegExpLiteral();
+
+    using Rule = Result (JSParser::*)();
+    Result parseLoopLevel(const OperatorTable& operators, Rule operandRule, Result left);
+    Result parseRightLevel(const OperatorTable& operators, Rule operandRule, Rule rightRule);
+
+    // ---- statements ----
+    Result parseStatementList();
+    Result parseStatement();
+    Result parseBlock();
+    Result parseFunction(Position start);
+    Result parseFor(Position start);
+    Result parseForIn(Position start, Result variable);
+    Result parseIf(Position start);
+    Result parseWhile(Position start);
+    Result parseWith(Position start);
+    Result parseDo(Position start);
+    Result parseReturn(Position start);
+    Result parseBreak(Position start);
+    Result parseContinue(Position start);
+    Result parseSwitch(Position start);
+    Result parseCaseLabel(JSSwitchNode& node, bool* sawDefault);
+    Result parseExpressionStatement();
+    Result parseVarOrExpression();
+    Result parseVarList();
+    Result parseParameters();
+    Result parseParenthesized();
+    Result parseJump(Name* label);
+
+    // ---- tokens ----
+    bool startsOperator(const char16_t* text) const { return kind() == JSTT_OPERATORS && text_.startsWith(text); }
+    const Atom* matchingOperator(const OperatorTable& operators) const;
+    Position consumeOperator(int32_t length);
+    bool isWord(const char16_t* word) const { return isToken(JSTT_RESERVED, word); }
+    bool isBracket(const char16_t* bracket) const { return isToken(JSTT_PARENTHESES, bracket); }
+
+    // ---- results ----
+    Result error(const char16_t* reason) const;
+    static bool isError(const Result& result) { return result && result->kind == kErrorKind; }
+    Result made(JSNode* node, const char16_t* messageWithoutMemory = u"Out of memory") const;
+    bool tooDeep() const;
+};
+
+}  // namespace quorvelin
