@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "host/allocator.h"
 
@@ -72,6 +73,12 @@ class BArray {
 
     // Drops the last element and hands it back. The array must not be empty.
     T eraseLast() { return data_[--count_]; }
+
+    void swap(BArray& other) {
+        std::swap(data_, other.data_);
+        std::swap(count_, other.count_);
+        std::swap(capacity_, other.capacity_);
+    }
 
     // Forgets all elements; the storage stays.
     void clear() { count_ = 0; }

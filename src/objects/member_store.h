@@ -1,0 +1,53 @@
+// MemberStore, the own properties of an object: cells in order of insertion, in one array that is seen both by name
+// and by position. An entry may be empty.
+//
+// A search by name compares the addresses of names and gives the first match. The store counts the cells that have a
+// name, so that the nameless elements of an array cost a search by name nothing.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/barray.h"
+#include "foundation/name.h"
+
+namespace quorvelin {
+
+class JSContext;
+class JSObject;
+class JSProperty;
+
+class MemberStore {
+  public:
+    MemberStore() : cells_(BArray<JSProperty*>::Lazy{}) {}
+
+    int32_t count() const { return cells_.count(); }
+    // The entry at `index` (0 <= index < count()), which may be null. Borrowed.
+    JSProperty* at(int32_t index) const { return cells_.at(index); }
+    bool contains(int32_t index) const { return index >= 0 && index < cells_.count(); }
+
+    // The position of the first cell with the name, or -1. `atom` is the stored name, null if there is none.
+    int32_t find(const Atom* atom, const BString& name, JSContext* ctx, JSObject* receiver) const;
+
+    // The store takes the reference to `cell`, which may be null, over. False without memory; the reference stays
+    // with the caller then.
+    bool append(JSProperty* cell);
+    // Puts a cell into an entry; the entry's old content is handed back.
+    JSProperty* replace(int32_t index, JSProperty* cell);
+    // Takes an entry out and hands its reference to the caller.
+    JSProperty* erase(int32_t index);
+    // `copies` empty entries at the end. False without memory.
+    bool appendEmpty(int32_t copies);
+    // Forgets all entries without letting go of them.
+    void forgetAll();
+    void swap(MemberStore& other);
+
+  private:
+    void countIn(const JSProperty* cell, int32_t step);
+
+    BArray<JSProperty*> cells_;
+    int32_t namedCount_ = 0;
+    // Cells of classes that compute their name; while there are any, every cell is asked.
+    int32_t computedCount_ = 0;
+};
+
+}  // namespace quorvelin
