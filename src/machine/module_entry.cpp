@@ -11,7 +11,7 @@ namespace quorvelin {
 namespace {
 
 [[gnu::section(QUORVELIN_INFORMATION_SECTION),
-  gnu::used]] constinit const InformationBlock blockOfThisModule = kInformationBlock;
+  gnu::used]] constinit const InformationBlock kBlockOfThisModule = kInformationBlock;
 
 [[gnu::constructor]] void attach() {
     moduleEntryPoint(&__dso_handle, ModuleEvent::processAttach);

@@ -79,7 +79,8 @@ IBSingleton* JSSingletonMap::remove(const BGuid& id) {
 }
 
 void JSSingletonMap::growIfCrowded() {
-    const double limit = static_cast<double>(growthBias_ / 2 + bucketCount_) * loadFactor_ * kLoadScale;
+    const int32_t places = growthBias_ / 2 + bucketCount_;
+    const double limit = places * loadFactor_ * kLoadScale;
     if (!(limit < static_cast<double>(count_))) return;
     const auto newCount = static_cast<int32_t>(std::bit_ceil(static_cast<uint32_t>(bucketCount_)) * 2);
     Entry** newBuckets = makeBuckets(newCount);

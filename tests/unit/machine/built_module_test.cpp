@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "host/global_data.h"
 #include "host/module_file.h"
 #include "host/module_loader.h"
 #include "machine/class_factory.h"
@@ -108,11 +109,27 @@ TEST_F(LoadedModuleTest, ReleasedFactoryIsFollowedByAFreshOne) {
 }
 
 TEST_F(LoadedModuleTest, ModuleCanBeUnloadedAndLoadedAgain) {
+    const auto isMapped = [] {
+        std::ifstream maps("/proc/self/maps");
+        const std::string all{std::istreambuf_iterator<char>(maps), {}};
+        return all.find("/quorvelin.so") != std::string::npos;
+    };
+    EXPECT_TRUE(isMapped());
     factory->release();
     module.reset();
+    EXPECT_FALSE(isMapped());
     SetUp();
     EXPECT_EQ(factory->refCount(), 0);
     factory->release();
+}
+
+TEST_F(LoadedModuleTest, UnloadedModuleLeavesNothingInTheTableOfGlobalItems) {
+    const stype_info& key = identityOf(ClassId::IBRemoteRemovable);
+    void* const before = BGlobalData::getItem(key, "OnDestroy");
+    factory->release();  // tells the process-wide list, which makes the module enter one if there is none
+    EXPECT_NE(BGlobalData::getItem(key, "OnDestroy"), nullptr);
+    module.reset();
+    EXPECT_EQ(BGlobalData::getItem(key, "OnDestroy"), before);
 }
 
 }  // namespace
