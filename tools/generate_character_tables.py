@@ -37,8 +37,8 @@ def main():
     print("/// Characters from `first` to `last`, both included. The ranges of a table ascend and do not touch.")
     print("struct CharacterRange {\n    char16_t first;\n    char16_t last;\n};")
     print("\n// clang-format off")
-    print_table("letterRanges", "General categories Lu, Ll, Lt, Lm and Lo.", letters)
-    print_table("spaceRanges", "White space.", SPACES)
+    print_table("kLetterRanges", "General categories Lu, Ll, Lt, Lm and Lo.", letters)
+    print_table("kSpaceRanges", "White space.", SPACES)
     print("\n// clang-format on\n\n}  // namespace quorvelin")
 
 

@@ -17,11 +17,27 @@ const Atom* wellKnownAtoms[static_cast<int32_t>(WellKnownName::count)] = {};
 // chained hash table whose chains go through the atoms themselves.
 class NameTable {
   public:
-    // Never destroyed: handles in static objects may be dropped at any moment of the process's end.
+    // Outlives every static object, as handles in them may be dropped at any moment of the process's end.
     static NameTable& instance() {
         alignas(NameTable) static unsigned char storage[sizeof(NameTable)];
-        static NameTable* const table = new (storage) NameTable();
+        static NameTable* const table = built = new (storage) NameTable();
         return *table;
+    }
+
+    // Gives all memory back. Nothing that uses names may run afterwards.
+    static void freeAll() {
+        if (built == nullptr) return;
+        for (Part& part : built->parts_) {
+            for (uint32_t i = 0; i < part.chainCount; ++i) {
+                for (Atom* atom = part.chains[i]; atom != nullptr;) {
+                    Atom* next = atom->next_;
+                    destroy(atom);
+                    atom = next;
+                }
+            }
+            _sfree(part.chains);
+        }
+        built = nullptr;
     }
 
     // The atom with the text and one holder more, or null: not there and not to be made, or no memory.
@@ -146,8 +162,13 @@ class NameTable {
         _sfree(atom);
     }
 
+    // The table once it stands.
+    static constinit NameTable* built;
+
     Part parts_[kPartCount];
 };
+
+constinit NameTable* NameTable::built = nullptr;
 
 Name::Name(const BString& text) {
     const Atom* known = Atom::ofInternedText(text);
@@ -184,6 +205,10 @@ constexpr const char16_t* kTexts[] = {
 #define QUORVELIN_NAME(identifier, text) +1
 static_assert(0 QUORVELIN_FIXED_NAMES(QUORVELIN_NAME) == kFixedNameCount);
 #undef QUORVELIN_NAME
+
+// A host may load and unload the library many times in one process. The priority puts this behind the destructors of
+// all static objects of the library.
+[[gnu::destructor(101)]] void freeTableAtUnload() { NameTable::freeAll(); }
 
 // Builds the names when the library loads, before any of its operations can be called.
 const bool builtAtLoad = [] {

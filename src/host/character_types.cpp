@@ -19,14 +19,14 @@ constexpr bool isInRanges(const CharacterRange (&ranges)[size], char16_t charact
 }
 
 constexpr std::uint16_t typeOf(char16_t character) {
-    if (isInRanges(letterRanges, character)) {
+    if (isInRanges(kLetterRanges, character)) {
         return C1_ALPHA;
     }
-    return isInRanges(spaceRanges, character) ? C1_SPACE : 0;
+    return isInRanges(kSpaceRanges, character) ? C1_SPACE : 0;
 }
 
 // Nearly all script text is ASCII: those answers need no search.
-constexpr std::array<std::uint16_t, 128> asciiTypes = [] {
+constexpr std::array<std::uint16_t, 128> kAsciiTypes = [] {
     std::array<std::uint16_t, 128> types{};
     for (std::size_t i = 0; i < types.size(); ++i) {
         types[i] = typeOf(static_cast<char16_t>(i));
@@ -44,9 +44,9 @@ extern "C" int GetStringTypeExW(std::uint32_t /*locale*/, std::uint32_t infoType
     }
     const std::size_t length =
         count < 0 ? std::char_traits<char16_t>::length(text) + 1 : static_cast<std::size_t>(count);
-    using quorvelin::asciiTypes;
+    using quorvelin::kAsciiTypes;
     for (std::size_t i = 0; i < length; ++i) {
-        types[i] = text[i] < asciiTypes.size() ? asciiTypes[text[i]] : quorvelin::typeOf(text[i]);
+        types[i] = text[i] < kAsciiTypes.size() ? kAsciiTypes[text[i]] : quorvelin::typeOf(text[i]);
     }
     return 1;
 }

@@ -7,27 +7,27 @@
 namespace quorvelin {
 namespace {
 
-constexpr char magic[] = {'x', 'm', 'l', 'b', 'i', 'n'};
-constexpr std::uint32_t formatWord = 0x00000100;
-constexpr int deepestElement = 64;
+constexpr char kMagic[] = {'x', 'm', 'l', 'b', 'i', 'n'};
+constexpr std::uint32_t kFormatWord = 0x00000100;
+constexpr int kDeepestElement = 64;
 // A string can stand for an earlier one at the cost of four bytes, so the texts of a tree are bounded on
 // their own.
-constexpr std::size_t mostCharacters = std::size_t{1} << 22;
+constexpr std::size_t kMostCharacters = std::size_t{1} << 22;
 
 // Reads a block from front to back. After the first error everything reads as 0 or empty.
 class BlockReader {
   public:
-    explicit BlockReader(std::span<const unsigned char> block) : m_block(block) {}
+    explicit BlockReader(std::span<const unsigned char> block) : block_(block) {}
 
-    const std::string& error() const { return m_error; }
+    const std::string& error() const { return error_; }
 
     void readHeader() {
-        if (m_block.size() < sizeof magic || std::memcmp(m_block.data(), magic, sizeof magic) != 0) {
+        if (block_.size() < sizeof kMagic || std::memcmp(block_.data(), kMagic, sizeof kMagic) != 0) {
             fail("does not begin with \"xmlbin\"");
             return;
         }
-        m_position = sizeof magic;
-        if (readWord() != formatWord) {
+        position_ = sizeof kMagic;
+        if (readWord() != kFormatWord) {
             fail("has an unknown format word");
         }
     }
@@ -58,15 +58,15 @@ class BlockReader {
     }
 
   private:
-    bool failed() const { return !m_error.empty(); }
+    bool failed() const { return !error_.empty(); }
 
     void fail(const std::string& what) {
         if (!failed()) {
-            m_error = "the information block " + what + " at offset " + std::to_string(m_position);
+            error_ = "the information block " + what + " at offset " + std::to_string(position_);
         }
     }
 
-    std::size_t remaining() const { return m_block.size() - m_position; }
+    std::size_t remaining() const { return block_.size() - position_; }
 
     std::uint32_t readWord() {
         if (failed() || remaining() < 4) {
@@ -75,9 +75,9 @@ class BlockReader {
         }
         std::uint32_t word = 0;
         for (std::size_t i = 0; i < 4; ++i) {
-            word |= static_cast<std::uint32_t>(m_block[m_position + i]) << (8 * i);
+            word |= static_cast<std::uint32_t>(block_[position_ + i]) << (8 * i);
         }
-        m_position += 4;
+        position_ += 4;
         return word;
     }
 
@@ -89,32 +89,32 @@ class BlockReader {
         }
         if (length < 0) {
             const std::uint32_t number = 0 - static_cast<std::uint32_t>(length);
-            if (number > m_strings.size()) {
+            if (number > strings_.size()) {
                 fail("refers to a string that has not appeared");
                 return text;
             }
-            text = m_strings[number - 1];
+            text = strings_[number - 1];
         } else {
             if (static_cast<std::size_t>(length) > remaining() / 2) {
                 fail("has a string that reaches past the end");
                 return text;
             }
             text.reserve(static_cast<std::size_t>(length));
-            for (std::int32_t i = 0; i < length; ++i, m_position += 2) {
-                text += static_cast<char16_t>(m_block[m_position] | m_block[m_position + 1] << 8);
+            for (std::int32_t i = 0; i < length; ++i, position_ += 2) {
+                text += static_cast<char16_t>(block_[position_] | block_[position_ + 1] << 8);
             }
         }
-        m_characters += text.size();
-        if (m_characters > mostCharacters) {
+        characters_ += text.size();
+        if (characters_ > kMostCharacters) {
             fail("holds too much text");
         } else {
-            m_strings.push_back(text);
+            strings_.push_back(text);
         }
         return text;
     }
 
     void readChildren(InformationNode& node, int depth) {
-        if (depth > deepestElement) {
+        if (depth > kDeepestElement) {
             fail("nests too deeply");
             return;
         }
@@ -125,11 +125,11 @@ class BlockReader {
         }
     }
 
-    std::span<const unsigned char> m_block;
-    std::size_t m_position = 0;
-    std::vector<std::u16string> m_strings;
-    std::size_t m_characters = 0;
-    std::string m_error;
+    std::span<const unsigned char> block_;
+    std::size_t position_ = 0;
+    std::vector<std::u16string> strings_;
+    std::size_t characters_ = 0;
+    std::string error_;
 };
 
 int hexadecimalDigit(char16_t c) {

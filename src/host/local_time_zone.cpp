@@ -9,9 +9,9 @@
 namespace quorvelin {
 namespace {
 
-constexpr std::int64_t secondsPerDay = 86400;
-constexpr int daysPerWeek = 7;
-constexpr std::uint16_t lastWeek = 5;
+constexpr std::int64_t kSecondsPerDay = 86400;
+constexpr int kDaysPerWeek = 7;
+constexpr std::uint16_t kLastWeek = 5;
 
 std::tm localFields(std::int64_t seconds) {
     const std::time_t time = seconds;
@@ -59,13 +59,13 @@ std::vector<Change> changesOfYear(int year) {
     const std::int64_t end = startOfYear(year + 1);
     std::int64_t day = startOfYear(year);
     long before = localOffset(day);
-    for (; day < end; day += secondsPerDay) {
-        const long after = localOffset(day + secondsPerDay);
+    for (; day < end; day += kSecondsPerDay) {
+        const long after = localOffset(day + kSecondsPerDay);
         if (after == before) {
             continue;
         }
         std::int64_t low = day;
-        std::int64_t high = day + secondsPerDay;
+        std::int64_t high = day + kSecondsPerDay;
         while (high - low > 1) {
             const std::int64_t middle = low + (high - low) / 2;
             (localOffset(middle) == before ? low : high) = middle;
@@ -82,18 +82,18 @@ struct Weeks {
     bool isLast;
 
     explicit Weeks(const SYSTEMTIME& date)
-        : counted(static_cast<std::uint16_t>((date.wDay - 1) / daysPerWeek + 1)),
-          isLast(date.wDay + daysPerWeek > daysOfMonth(date)) {}
+        : counted(static_cast<std::uint16_t>((date.wDay - 1) / kDaysPerWeek + 1)),
+          isLast(date.wDay + kDaysPerWeek > daysOfMonth(date)) {}
 };
 
 // The change as a rule for every year. A fourth Sunday may also be the last one: the years that follow tell.
 SYSTEMTIME ruleOf(const Change& change) {
-    constexpr int yearsAhead = 6;
+    constexpr int kYearsAhead = 6;
     SYSTEMTIME rule = change.localDate();
     const Weeks weeks(rule);
-    std::uint16_t week = weeks.isLast ? lastWeek : weeks.counted;
-    if (weeks.isLast && weeks.counted < lastWeek) {
-        for (int year = rule.wYear + 1; year <= rule.wYear + yearsAhead; ++year) {
+    std::uint16_t week = weeks.isLast ? kLastWeek : weeks.counted;
+    if (weeks.isLast && weeks.counted < kLastWeek) {
+        for (int year = rule.wYear + 1; year <= rule.wYear + kYearsAhead; ++year) {
             for (const Change& later : changesOfYear(year)) {
                 const SYSTEMTIME date = later.localDate();
                 const bool sameRule = later.before == change.before && date.wMonth == rule.wMonth &&

@@ -14,27 +14,27 @@ namespace {
 // A file of which parts are read by offset; a part that does not lie in the file as a whole is refused.
 class PartReader {
   public:
-    explicit PartReader(const std::string& path) : m_path(path) {
+    explicit PartReader(const std::string& path) : path_(path) {
         std::error_code problem;
         if (!std::filesystem::exists(path, problem) || problem) {
             fail("no such file");
         } else if (!std::filesystem::is_regular_file(path, problem)) {
             fail("not a file");
         } else {
-            m_size = std::filesystem::file_size(path, problem);
-            m_stream.open(path, std::ios::binary);
-            if (problem || !m_stream) {
+            size_ = std::filesystem::file_size(path, problem);
+            stream_.open(path, std::ios::binary);
+            if (problem || !stream_) {
                 fail(std::string("cannot be read: ") + std::strerror(errno));
             }
         }
     }
 
-    bool failed() const { return !m_error.empty(); }
-    const std::string& error() const { return m_error; }
+    bool failed() const { return !error_.empty(); }
+    const std::string& error() const { return error_; }
 
     void fail(const std::string& what) {
         if (!failed()) {
-            m_error = m_path + ": " + what;
+            error_ = path_ + ": " + what;
         }
     }
 
@@ -42,13 +42,13 @@ class PartReader {
         if (failed()) {
             return false;
         }
-        if (offset > m_size || size > m_size - offset) {
+        if (offset > size_ || size > size_ - offset) {
             fail("damaged: a part lies outside of the file");
             return false;
         }
-        m_stream.seekg(static_cast<std::streamoff>(offset));
-        m_stream.read(static_cast<char*>(target), static_cast<std::streamsize>(size));
-        if (!m_stream) {
+        stream_.seekg(static_cast<std::streamoff>(offset));
+        stream_.read(static_cast<char*>(target), static_cast<std::streamsize>(size));
+        if (!stream_) {
             fail("cannot be read");
         }
         return !failed();
@@ -56,7 +56,7 @@ class PartReader {
 
     // Takes memory only for what lies in the file.
     bool read(std::uint64_t offset, std::vector<unsigned char>& target, std::uint64_t size) {
-        if (failed() || offset > m_size || size > m_size - offset) {
+        if (failed() || offset > size_ || size > size_ - offset) {
             fail("damaged: a part lies outside of the file");
             return false;
         }
@@ -65,10 +65,10 @@ class PartReader {
     }
 
   private:
-    std::string m_path;
-    std::ifstream m_stream;
-    std::uint64_t m_size = 0;
-    std::string m_error;
+    std::string path_;
+    std::ifstream stream_;
+    std::uint64_t size_ = 0;
+    std::string error_;
 };
 
 bool isSharedObject(const Elf64_Ehdr& header) {
@@ -110,7 +110,7 @@ HostResult<std::vector<unsigned char>> readInformationBlock(const std::string& p
     }
     for (std::size_t i = 0; !file.failed() && i < header.e_shnum; ++i) {
         const Elf64_Shdr candidate = section(i);
-        if (candidate.sh_type == SHT_PROGBITS && hasName(names, candidate.sh_name, informationSection)) {
+        if (candidate.sh_type == SHT_PROGBITS && hasName(names, candidate.sh_name, kInformationSection)) {
             std::vector<unsigned char> block;
             if (file.read(candidate.sh_offset, block, candidate.sh_size)) {
                 return Result::success(std::move(block));

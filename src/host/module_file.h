@@ -12,7 +12,7 @@
 namespace quorvelin {
 
 /// Name of the section that holds the information block of a module.
-inline constexpr std::string_view informationSection = "PLUGININFO";
+inline constexpr std::string_view kInformationSection = "PLUGININFO";
 
 /// Reads the bytes of the information block out of the shared object at `path`. The error names the file.
 HostResult<std::vector<unsigned char>> readInformationBlock(const std::string& path);

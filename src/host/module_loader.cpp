@@ -8,7 +8,7 @@
 namespace quorvelin {
 namespace {
 
-constexpr const char* exportName = "queryClassFactoryLocal";
+constexpr const char* kExportName = "queryClassFactoryLocal";
 
 std::string lastError() {
     const char* text = dlerror();
@@ -29,27 +29,27 @@ HostResult<LoadedModule> LoadedModule::load(const std::string& path) {
     if (handle == nullptr) {
         return Result::failure(path + ": cannot be loaded: " + lastError());
     }
-    const auto found = reinterpret_cast<Export>(dlsym(handle, exportName));
+    const auto found = reinterpret_cast<Export>(dlsym(handle, kExportName));
     if (found == nullptr) {
         dlclose(handle);
-        return Result::failure(path + ": does not export " + exportName);
+        return Result::failure(path + ": does not export " + kExportName);
     }
     return Result::success(LoadedModule(handle, found));
 }
 
 LoadedModule::LoadedModule(LoadedModule&& other) noexcept
-    : m_handle(std::exchange(other.m_handle, nullptr)),
-      m_queryClassFactory(std::exchange(other.m_queryClassFactory, nullptr)) {}
+    : handle_(std::exchange(other.handle_, nullptr)),
+      queryClassFactory_(std::exchange(other.queryClassFactory_, nullptr)) {}
 
 LoadedModule& LoadedModule::operator=(LoadedModule&& other) noexcept {
-    std::swap(m_handle, other.m_handle);
-    std::swap(m_queryClassFactory, other.m_queryClassFactory);
+    std::swap(handle_, other.handle_);
+    std::swap(queryClassFactory_, other.queryClassFactory_);
     return *this;
 }
 
 LoadedModule::~LoadedModule() {
-    if (m_handle != nullptr) {
-        dlclose(m_handle);
+    if (handle_ != nullptr) {
+        dlclose(handle_);
     }
 }
 

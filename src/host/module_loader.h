@@ -22,15 +22,15 @@ class LoadedModule {
     ~LoadedModule();
 
     /// Calls the export: the module's one class factory, borrowed, or null when it could not be made.
-    void* queryClassFactory() const { return m_queryClassFactory(); }
+    void* queryClassFactory() const { return queryClassFactory_(); }
 
   private:
     using Export = void* (*)();
 
-    LoadedModule(void* handle, Export entry) : m_handle(handle), m_queryClassFactory(entry) {}
+    LoadedModule(void* handle, Export entry) : handle_(handle), queryClassFactory_(entry) {}
 
-    void* m_handle;
-    Export m_queryClassFactory;
+    void* handle_;
+    Export queryClassFactory_;
 };
 
 }  // namespace quorvelin

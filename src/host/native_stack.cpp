@@ -8,7 +8,7 @@ namespace quorvelin {
 namespace {
 
 // Any stack that scripts are run on can be trusted to have this much left.
-constexpr std::uintptr_t guessedSize = 128 * 1024;
+constexpr std::uintptr_t kGuessedSize = 128 * 1024;
 
 struct StackRange {
     std::uintptr_t lowest = 0;
@@ -42,7 +42,7 @@ std::uintptr_t hostStackLimit() {
     if (!threadRange.holds(here)) {
         const StackRange range = askSystem();
         if (!range.holds(here)) {
-            return here > guessedSize ? here - guessedSize : 0;
+            return here > kGuessedSize ? here - kGuessedSize : 0;
         }
         threadRange = range;
     }

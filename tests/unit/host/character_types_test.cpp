@@ -60,14 +60,14 @@ TEST(CharacterTypesTest, SpacesAreExactlyThese) {
 }
 
 TEST(CharacterTypesTest, RangesAscendAndDoNotTouch) {
-    for (std::size_t i = 1; i < std::size(letterRanges); ++i) {
-        EXPECT_LE(letterRanges[i].first, letterRanges[i].last);
-        EXPECT_GT(letterRanges[i].first, letterRanges[i - 1].last + 1);
+    for (std::size_t i = 1; i < std::size(kLetterRanges); ++i) {
+        EXPECT_LE(kLetterRanges[i].first, kLetterRanges[i].last);
+        EXPECT_GT(kLetterRanges[i].first, kLetterRanges[i - 1].last + 1);
     }
 }
 
 TEST(CharacterTypesTest, EveryEdgeOfARangeIsFound) {
-    for (const CharacterRange& range : letterRanges) {
+    for (const CharacterRange& range : kLetterRanges) {
         EXPECT_EQ(typeOf(range.first), C1_ALPHA);
         EXPECT_EQ(typeOf(range.last), C1_ALPHA);
         EXPECT_NE(typeOf(static_cast<char16_t>(range.first - 1)), C1_ALPHA);

@@ -49,15 +49,31 @@ TEST(NativeStackTest, MainThreadReachesToItsLimit) {
     }
 }
 
-TEST(NativeStackTest, ThreadWithStackOfItsOwnReachesToItsLimit) {
+TEST(NativeStackTest, ThreadWithChosenSizeReachesToItsLimit) {
     for (const std::size_t size : {std::size_t{512} << 10, std::size_t{4} << 20, std::size_t{64} << 20}) {
         runOnThread(size, [size] {
             EXPECT_LT(hostStackLimit(), currentAddress());
-            EXPECT_LE(currentAddress() - hostStackLimit(), size);
             EXPECT_GT(currentAddress() - hostStackLimit(), size / 2);
             touchLimit();
         });
     }
+}
+
+TEST(NativeStackTest, ThreadOnGivenMemoryReachesToItsStart) {
+    constexpr std::size_t size = std::size_t{1} << 20;
+    void* stack = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(stack, MAP_FAILED);
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    ASSERT_EQ(pthread_attr_setstack(&attributes, stack, size), 0);
+    std::uintptr_t limit = 0;
+    std::function<void()> body = [&] { limit = hostStackLimit(); };
+    pthread_t thread;
+    ASSERT_EQ(pthread_create(&thread, &attributes, runFunction, &body), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+    EXPECT_EQ(limit, reinterpret_cast<std::uintptr_t>(stack));
+    munmap(stack, size);
 }
 
 TEST(NativeStackTest, SecondQuestionGivesSameAnswer) {
