@@ -170,6 +170,10 @@ class JSLiteralNode final : public JSNode {
 
     int32_t tokenKind = 0;
     BString text;
+
+    // The number that the text stands for, once the evaluator has read it; kind -1 before.
+    double number = 0.0;
+    int32_t numberKind = -1;
 };
 
 class JSRegExpNode final : public JSNode {

@@ -1,10 +1,9 @@
 #include "machine/create_kernel.h"
 
+#include "machine/kernel.h"
+
 namespace quorvelin {
 
-// There is no machine yet.
-BSmartObject* createKernel() {
-    return nullptr;
-}
+BSmartObject* createKernel() { return new JSKernel(); }
 
 }  // namespace quorvelin

@@ -41,6 +41,11 @@ class JSProperty : public JSObject {
     const Name& name() const { return name_; }
     // What the cell holds; borrowed, may be null.
     JSObject* value() const { return value_; }
+    // Puts another value in, as it is.
+    void replaceValue(Owned<JSObject> value) {
+        JSObject* old = std::exchange(value_, value.take());
+        if (old != nullptr) old->release();
+    }
 
     // True for cells whose `memberName` must be asked instead of comparing names.
     bool computesName() const { return computesName_; }

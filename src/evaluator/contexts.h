@@ -1,0 +1,131 @@
+// The contexts of evaluation: scopes, calls, `with`, `this`, and the base of the root.
+#pragma once
+
+#include "objects/js_context.h"
+
+namespace quorvelin {
+
+class JSFunctionNode;
+
+// A scope that variables can be declared in.
+class JSLocalContext : public JSContext {
+  public:
+    explicit JSLocalContext(JSContext* parent) : JSContext(EngineContext{}, parent) {}
+
+    // Makes an empty cell of the name unless there is one; true in any case.
+    bool declareVariable(const BString& name) override;
+};
+
+// The parameters of a running call, by name, and behind them the extra arguments, by position only.
+class JSArgumentsObject final : public JSObject {
+  public:
+    // A new cell at the end, whether or not the name is there already. False without memory.
+    bool append(const Name& name, JSObject* value);
+};
+
+// One running call of a script function. Its parent is the context of the caller, so a name that is not local is looked
+// for among the caller's.
+class JSActivation : public JSLocalContext {
+  public:
+    // References `callerFunction`, which may be null.
+    JSActivation(JSContext* parent, JSObject* callerFunction);
+    ~JSActivation() override;
+
+    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
+    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
+    void memberName(BString& out, JSContext* ctx, JSObject* receiver) override;
+
+    bool declareParameter(const BString& name) override;
+    void doReturn(JSObject* value, JSObject* receiver) override;
+    JSObject* currentFunction() override;
+
+    // Runs a function in this activation. `receiver` is the object under construction, null without a `new`; it is not
+    // referenced. The result is what `return` gave, with a reference for the caller.
+    JSObject* runFunction(JSFunctionNode* node, JSObject* args, JSObject* receiver);
+
+    // True when the engine could not make all parts of the activation.
+    bool isIncomplete() const { return argumentsObject_ == nullptr; }
+
+  private:
+    // The names that an activation answers in front of everything else.
+    enum class SpecialName { none, arguments, caller, thisObject, thisOfChain };
+    SpecialName specialName(const BString& name) const;
+    bool argumentsHold(const BString& name, JSContext* ctx, JSObject* receiver);
+    bool bindArguments(JSFunctionNode* node, JSObject* args);
+
+    JSFunctionNode* running_ = nullptr;
+    JSArgumentsObject* argumentsObject_;
+    JSObject* callerFunction_;
+    JSObject* returnValue_ = nullptr;
+    JSObject* thisObject_ = nullptr;
+};
+
+// What every root of a chain has: the position in the script text, and an end to what goes up.
+class JSGlobalBase : public JSActivation {
+  public:
+    JSGlobalBase();
+
+    // Drops the message. A host that wants to show messages overrides this in a machine class of its own.
+    void reportError(const BString& message) override;
+    // True, and nothing else: the text of a function binds no name.
+    bool declareFunction(const BString& name, JSFunctionNode* node) override;
+
+  private:
+    JSWalkState walkState_;
+};
+
+// The scope of a `with` statement: the object is asked before the chain. A call by bare name does not see the object.
+class JSWithContext final : public JSContext {
+  public:
+    // References both; `object` may be null, which leaves the chain alone.
+    JSWithContext(JSContext* parent, JSObject* object);
+    ~JSWithContext() override;
+
+    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
+    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+
+  private:
+    bool objectHas(const BString& name, JSContext* ctx, JSObject* receiver) {
+        return object_ != nullptr && object_->hasMember(name, ctx, receiver);
+    }
+
+    JSObject* object_;
+};
+
+// The scope of a method call: the chain is asked before the this object.
+class JSThisContext final : public JSContext {
+  public:
+    // References both; `object` may be null.
+    JSThisContext(JSContext* parent, JSObject* object);
+    ~JSThisContext() override;
+
+    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
+    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
+    JSObject* getThis(JSContext* ctx, JSObject* receiver) override;
+    void setThis(JSObject* value, JSContext* ctx, JSObject* receiver) override;
+
+  protected:
+    JSObject* nearestThis() override;
+
+  private:
+    // There is an object, the chain does not have the name, and the object does.
+    bool objectAnswers(const BString& name, JSContext* ctx, JSObject* receiver) {
+        return object_ != nullptr && !JSContext::hasMember(name, ctx, receiver) &&
+               object_->hasMember(name, ctx, receiver);
+    }
+
+    JSObject* object_;
+};
+
+}  // namespace quorvelin
