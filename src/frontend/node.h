@@ -176,7 +176,7 @@ struct NodeShape {
     int32_t tag;  // the number in saved trees; 0 for a class that cannot be saved
 
     // How the node is written as source text: literal text with %0 to %3 for the fields in order of
-    // declaration. %N writes "(none)" for an absent child, ?N writes nothing for it, and [N...] is written only
+    // declaration. %N writes "(none)" for an absent child, ?N writes nothing for it, and <N...> is written only
     // when child N is present. Null: the class writes its lists by rules of its own.
     const char16_t* source;
 

@@ -127,11 +127,11 @@ class SourceWriter {
     void writeTemplate(const JSNode* node, const char16_t* rest) {
         const NodeShape& shape = node->shape();
         for (; *rest != 0; ++rest) {
-            if (*rest == u']') continue;  // the end of a part that was written
-            if (*rest == u'[' && isFieldDigit(rest[1])) {
+            if (*rest == u'>') continue;  // the end of a part that was written
+            if (*rest == u'<') {
                 ++rest;
                 if (childOf(node, shape, *rest) == nullptr) {
-                    while (*rest != u']') ++rest;
+                    while (*rest != u'>') ++rest;
                 }
                 continue;
             }
