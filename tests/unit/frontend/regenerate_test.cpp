@@ -60,7 +60,9 @@ TEST(Regenerate, NumbersKeepTheirDigits) {
     EXPECT_EQ(statement(u"0"), "0");
 }
 
-TEST(Regenerate, QuirkFractionLosesItsLeadingZero) { EXPECT_EQ(statement(u"0.5"), ".5"); }
+TEST(Regenerate, QuirkFractionLosesItsLeadingZero) {
+    EXPECT_EQ(statement(u"0.5"), ".5");
+}
 
 TEST(Regenerate, WordsForLiterals) {
     EXPECT_EQ(statement(u"true"), "true");
@@ -139,7 +141,8 @@ TEST(Regenerate, Loops) {
 }
 
 TEST(Regenerate, QuirkForInHasLineFeedBeforeItsClosingBrace) {
-    JSForInNode full(0, 0, Name(u"i"), new JSIdentifierNode(0, 0, Name(u"o")), new JSIdentifierNode(0, 0, Name(u"b")));
+    JSForInNode full(0, 0, Name(u"i"), new JSIdentifierNode(0, 0, Name(u"o")),
+                     new JSIdentifierNode(0, 0, Name(u"b")));
     EXPECT_EQ(ascii(full.regenerate()), "for(i in o)\n{b\n}\n");
     JSForInNode empty;
     EXPECT_EQ(ascii(empty.regenerate()), "for( in (none))\n{(none)\n}\n");
@@ -189,7 +192,9 @@ TEST(Regenerate, ProgramIsAListOfLists) {
     EXPECT_EQ(regenerated(u"a\nb"), "a;\nb;\n;\n");
 }
 
-TEST(Regenerate, ErrorNodeIsItsMessage) { EXPECT_EQ(regenerated(u"x y"), "Error(Ln 1, Col 4): need ;"); }
+TEST(Regenerate, ErrorNodeIsItsMessage) {
+    EXPECT_EQ(regenerated(u"x y"), "Error(Ln 1, Col 4): need ;");
+}
 
 TEST(Regenerate, ChangesNothingAndCanBeRepeated) {
     const Owned<JSNode> root = support::parse(u"if (a) { b(1, [2]) } else c = 'd'");
@@ -197,7 +202,9 @@ TEST(Regenerate, ChangesNothingAndCanBeRepeated) {
     EXPECT_EQ(ascii(root->regenerate()), first);
 }
 
-TEST(Regenerate, NamesMayHoldAnyLetters) { EXPECT_EQ(statement(u"\u00e4\u0416 = $_1"), "(\\u00E4\\u0416)=($_1)"); }
+TEST(Regenerate, NamesMayHoldAnyLetters) {
+    EXPECT_EQ(statement(u"\u00e4\u0416 = $_1"), "(\\u00E4\\u0416)=($_1)");
+}
 
 }  // namespace
 }  // namespace quorvelin

@@ -4,7 +4,9 @@
 
 namespace quorvelin::support {
 
-BString textOf(std::u16string_view units) { return BString(units.data(), static_cast<int32_t>(units.size())); }
+BString textOf(std::u16string_view units) {
+    return BString(units.data(), static_cast<int32_t>(units.size()));
+}
 
 std::u16string unitsOf(const BString& text) {
     return std::u16string(text.data(), static_cast<size_t>(text.length()));
@@ -24,6 +26,8 @@ std::string ascii(std::u16string_view units) {
     return result;
 }
 
-std::string ascii(const BString& text) { return ascii(unitsOf(text)); }
+std::string ascii(const BString& text) {
+    return ascii(unitsOf(text));
+}
 
 }  // namespace quorvelin::support

@@ -14,8 +14,8 @@ BString textOf(std::u16string_view units);
 // The units of a text of the engine.
 std::u16string unitsOf(const BString& text);
 
-// The text in ASCII, for comparing and for messages: a unit outside ASCII, and a control character other than the
-// line feed, is written as \uXXXX.
+// The text in ASCII, for comparing and for messages: a unit outside ASCII, and a control character other than
+// the line feed, is written as \uXXXX.
 std::string ascii(std::u16string_view units);
 std::string ascii(const BString& text);
 

@@ -17,7 +17,9 @@ std::string position(int32_t line, int32_t column) {
     return std::to_string(line) + ":" + std::to_string(column);
 }
 
-std::string kindName(int32_t kind) { return std::string(tokenKindName(kind)).substr(sizeof "JSTT_" - 1); }
+std::string kindName(int32_t kind) {
+    return std::string(tokenKindName(kind)).substr(sizeof "JSTT_" - 1);
+}
 
 std::string tokenList(std::u16string_view script, bool skipLineEnds, bool positions) {
     const BString text = textOf(script);
@@ -77,7 +79,8 @@ class Outline {
                 text += std::to_string(node->*field.number);
                 break;
             case FieldType::entries:
-                writeRecords((node->*field.entries).first, [this](const ListRecord& record) { write(record.value.get()); });
+                writeRecords((node->*field.entries).first,
+                             [this](const ListRecord& record) { write(record.value.get()); });
                 break;
             case FieldType::variables:
                 writeRecords((node->*field.variables).first, [this](const VariableRecord& record) {
@@ -114,7 +117,9 @@ class Outline {
 
 }  // namespace
 
-std::string tokens(std::u16string_view script, bool skipLineEnds) { return tokenList(script, skipLineEnds, false); }
+std::string tokens(std::u16string_view script, bool skipLineEnds) {
+    return tokenList(script, skipLineEnds, false);
+}
 
 std::string tokensWithPositions(std::u16string_view script, bool skipLineEnds) {
     return tokenList(script, skipLineEnds, true);

@@ -1,5 +1,5 @@
-// Shortcuts for the tests of the front end: from script text to tokens, trees, source text and saved trees, in forms
-// that are easy to write down in a test and to read in its failure message.
+// Shortcuts for the tests of the front end: from script text to tokens, trees, source text and saved trees,
+// in forms that are easy to write down in a test and to read in its failure message.
 #pragma once
 
 #include <cstdint>
@@ -11,11 +11,12 @@
 
 namespace quorvelin::support {
 
-// All tokens up to the end of the text, each as its kind without the prefix and its text: "IDENFICATOR a, INT 1". A
-// line end shows as "\n".
+// All tokens up to the end of the text, each as its kind without the prefix and its text: "IDENFICATOR a, INT
+// 1". A line end shows as "\n".
 std::string tokens(std::u16string_view script, bool skipLineEnds = false);
 
-// The same with line and column in front of each token, the end of the text included: "1:3 IDENFICATOR a, 1:3 EOF".
+// The same with line and column in front of each token, the end of the text included: "1:3 IDENFICATOR a, 1:3
+// EOF".
 std::string tokensWithPositions(std::u16string_view script, bool skipLineEnds = false);
 
 // The tree of a script; the root is an error node when it has a syntax error.
@@ -28,8 +29,9 @@ const JSNode* firstStatement(const JSNode* root);
 std::string regenerated(std::u16string_view script);
 std::string statement(std::u16string_view script);
 
-// A tree as nested parentheses: class name without JS and Node, then the fields in order of declaration. An absent
-// child is "-", entries of a list stand in brackets. With positions, each class name carries "@line:column".
+// A tree as nested parentheses: class name without JS and Node, then the fields in order of declaration. An
+// absent child is "-", entries of a list stand in brackets. With positions, each class name carries
+// "@line:column".
 std::string outline(const JSNode* node, bool positions = false);
 
 // The outline of a script's first statement, or the message of its syntax error.
