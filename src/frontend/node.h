@@ -61,7 +61,7 @@ enum NodeKind : int32_t {
 class JSNode : public BSmartObject {
   public:
     // The node as source text in the house style: a fresh text, which depends on nothing but the node. Changes
-    // nothing and takes any depth.
+    // nothing and takes any depth. Without memory the text is empty.
     virtual BString regenerate();
 
     // Runs the node; called through the context's `execute` only, which sets the position first. The result

@@ -23,7 +23,8 @@ class SourceWriter {
             const Work work = stack_[--count_];
             perform(work);
         }
-        return text_.text();
+        // A part of the text could be taken for another script.
+        return failed_ || text_.failed() ? BString() : text_.text();
     }
 
   private:
