@@ -126,8 +126,11 @@ std::string tokensWithPositions(std::u16string_view script, bool skipLineEnds) {
 }
 
 Owned<JSNode> parse(std::u16string_view script) {
-    const BString text = textOf(script);
-    BStringInputStream stream(&text);
+    return parseText(textOf(script));
+}
+
+Owned<JSNode> parseText(const BString& script) {
+    BStringInputStream stream(&script);
     JSParser parser(&stream);
     return Owned<JSNode>(parser.parseProgram());
 }

@@ -21,6 +21,7 @@ std::string tokensWithPositions(std::u16string_view script, bool skipLineEnds = 
 
 // The tree of a script; the root is an error node when it has a syntax error.
 Owned<JSNode> parse(std::u16string_view script);
+Owned<JSNode> parseText(const BString& script);
 
 // The statement at the front of a script's tree, as most tests have just one; null when there is none.
 const JSNode* firstStatement(const JSNode* root);
