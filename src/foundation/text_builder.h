@@ -21,7 +21,7 @@ class TextBuilder {
     int32_t length() const { return length_; }
     const char16_t* data() const { return units_.data(); }
     char16_t operator[](int32_t index) const { return units_[static_cast<size_t>(index)]; }
-    // True once memory failed; what was appended since is lost, what stands is intact.
+    // True once memory failed; what was to be appended since is lost, so that what stands is a prefix.
     bool failed() const { return failed_; }
 
     void append(char16_t unit) {
@@ -39,13 +39,16 @@ class TextBuilder {
     }
     void appendDecimal(int64_t number);
 
-    void dropLast() { --length_; }
+    void dropLast() {
+        if (length_ > 0) --length_;
+    }
 
     BString text() const { return BString(units_.data(), length_); }
 
   private:
     bool makeRoom(int32_t more) {
-        if (length_ > BString::kMaximumLength - more || !units_.growTo(static_cast<size_t>(length_) + static_cast<size_t>(more))) {
+        if (failed_ || length_ > BString::kMaximumLength - more ||
+            !units_.growTo(static_cast<size_t>(length_) + static_cast<size_t>(more))) {
             failed_ = true;
             return false;
         }

@@ -61,7 +61,7 @@ enum NodeKind : int32_t {
 class JSNode : public BSmartObject {
   public:
     // The node as source text in the house style: a fresh text, which depends on nothing but the node. Changes
-    // nothing and takes any depth.
+    // nothing and takes any depth. Without memory the text is empty.
     virtual BString regenerate();
 
     // Runs the node; called through the context's `execute` only, which sets the position first. The result
@@ -176,7 +176,7 @@ struct NodeShape {
     int32_t tag;  // the number in saved trees; 0 for a class that cannot be saved
 
     // How the node is written as source text: literal text with %0 to %3 for the fields in order of
-    // declaration. %N writes "(none)" for an absent child, ?N writes nothing for it, and [N...] is written only
+    // declaration. %N writes "(none)" for an absent child, ?N writes nothing for it, and <N...> is written only
     // when child N is present. Null: the class writes its lists by rules of its own.
     const char16_t* source;
 

@@ -210,7 +210,7 @@ constexpr NodeShape kIf = {
     "JSIfNode",
     kIfKind,
     18,
-    u"if(%0)\n{%1[2}else\n{?2]}\n",
+    u"if(%0)\n{%1<2}else\n{?2>}\n",
     3,
     {nodeField("condition", &JSIfNode::condition), nodeField("thenPart", &JSIfNode::thenPart),
      nodeField("elsePart", &JSIfNode::elsePart)},

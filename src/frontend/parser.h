@@ -24,7 +24,8 @@ class JSParser : public JSTokenizer {
     using JSTokenizer::JSTokenizer;
 
     // Parses the whole stream: a JSStatementListNode, or a JSErrorNode. The result carries a reference for the
-    // caller and outlives the parser. Null only when there was no memory for so much as the error.
+    // caller and outlives the parser. When memory fails anywhere the result is an error; null only when there was
+    // no memory for so much as that.
     JSNode* parseProgram();
 
   private:
@@ -65,6 +66,7 @@ class JSParser : public JSTokenizer {
     Result parseRightLevel(const OperatorTable& operators, Rule operandRule, Rule rightRule);
 
     // ---- statements ----
+    Result parseStatements();
     Result parseStatementList();
     Result parseStatement();
     Result parseBlock();
@@ -93,11 +95,12 @@ class JSParser : public JSTokenizer {
     Position consumeOperator(int32_t length);
     bool isWord(const char16_t* word) const { return isToken(JSTT_RESERVED, word); }
     bool isBracket(const char16_t* bracket) const { return isToken(JSTT_PARENTHESES, bracket); }
+    Name tokenName();
 
     // ---- results ----
-    Result error(const char16_t* reason) const;
+    Result error(const char16_t* reason);
     static bool isError(const Result& result) { return result && result->kind == kErrorKind; }
-    Result made(JSNode* node, const char16_t* messageWithoutMemory = u"Out of memory") const;
+    Result made(JSNode* node, const char16_t* messageWithoutMemory = u"Out of memory");
     bool tooDeep() const;
 };
 

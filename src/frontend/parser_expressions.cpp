@@ -95,12 +95,22 @@ JSParser::Position JSParser::consumeOperator(int32_t length) {
     return start;
 }
 
-JSParser::Result JSParser::error(const char16_t* reason) const {
-    return Result(new JSErrorNode(line(), column(), reason));
+// The current token as a name.
+Name JSParser::tokenName() {
+    Name name(text());
+    if (name.atom() == nullptr) memoryFailed_ = true;
+    return name;
+}
+
+JSParser::Result JSParser::error(const char16_t* reason) {
+    Result result(new JSErrorNode(line(), column(), reason));
+    // Without an error node the rules above would go on as if nothing stood here.
+    if (!result) memoryFailed_ = true;
+    return result;
 }
 
 // A node that was just built, or the error when there was no memory for it.
-JSParser::Result JSParser::made(JSNode* node, const char16_t* messageWithoutMemory) const {
+JSParser::Result JSParser::made(JSNode* node, const char16_t* messageWithoutMemory) {
     return node != nullptr ? Result(node) : error(messageWithoutMemory);
 }
 
@@ -269,7 +279,7 @@ JSParser::Result JSParser::parseMemberChain() {
 JSParser::Result JSParser::parseMember(Result object) {
     Position start = consumeOperator(1);
     if (kind() != JSTT_IDENFICATOR) return error(u"need identificator");
-    const Name name(text());
+    const Name name = tokenName();
     nextToken(false);
     if (!isBracket(u"(")) return made(new JSMemberNode(start.line, start.column, object.take(), name));
     start = position();
@@ -290,12 +300,14 @@ JSParser::Result JSParser::parsePrimary() {
         case JSTT_ZERO:
         case JSTT_BOOL:
         case JSTT_NULL: {
-            Result literal = made(new JSLiteralNode(line(), column(), kind(), text()), u"out of memory");
+            JSLiteralNode* node = new JSLiteralNode(line(), column(), kind(), text());
+            if (node != nullptr && node->text.length() != text().length()) memoryFailed_ = true;
+            Result literal = made(node, u"out of memory");
             nextToken(false);
             return literal;
         }
         case JSTT_IDENFICATOR: {
-            Result identifier = made(new JSIdentifierNode(line(), column(), Name(text())), u"out of memory");
+            Result identifier = made(new JSIdentifierNode(line(), column(), tokenName()), u"out of memory");
             nextToken(false);
             return identifier;
         }
@@ -310,7 +322,7 @@ JSParser::Result JSParser::parsePrimary() {
         }
         default:
             if (kind() < kFirstErrorKind || kind() > kLastErrorKind) return Result();
-            return Result(new JSErrorNode(line(), column(), kind(), text()));
+            return made(new JSErrorNode(line(), column(), kind(), text()));
     }
 }
 
@@ -368,8 +380,11 @@ JSParser::Result JSParser::parseRegExpLiteral() {
         if (c == kEndOfText) return error(u"Unexpected end of file");
         pattern.append(c);
     }
+    if (pattern.failed()) memoryFailed_ = true;
     nextToken(false);
-    return made(new JSRegExpNode(start.line, start.column, pattern.text()));
+    JSRegExpNode* node = new JSRegExpNode(start.line, start.column, pattern.text());
+    if (node != nullptr && node->pattern.length() != pattern.length()) memoryFailed_ = true;
+    return made(node);
 }
 
 }  // namespace quorvelin

@@ -9,18 +9,26 @@
 namespace quorvelin {
 
 JSNode* JSParser::parseProgram() {
+    Result program = parseStatements();
+    if (!memoryFailed_) return program.take();
+    // Whatever came of it was made from incomplete texts: even an error may not be the script's.
+    program.reset();
+    return error(u"Out of memory").take();
+}
+
+JSParser::Result JSParser::parseStatements() {
     Owned<JSStatementListNode> program(new JSStatementListNode(line(), column()));
-    if (!program) return error(u"Out of memory").take();
+    if (!program) return error(u"Out of memory");
     nextToken(true);
     for (;;) {
         Result statements = parseStatementList();
-        if (isError(statements)) return statements.take();
+        if (isError(statements)) return statements;
         if (!statements) break;
-        if (!program->append(statements.get())) return error(u"Out of memory").take();
+        if (!program->append(statements.get())) return error(u"Out of memory");
         (void)statements.take();
     }
-    if (kind() != JSTT_EOF) return error(u"unexpected char").take();
-    return program.take();
+    if (kind() != JSTT_EOF) return error(u"unexpected char");
+    return Result(program.take());
 }
 
 JSParser::Result JSParser::parseStatementList() {
@@ -74,7 +82,7 @@ JSParser::Result JSParser::parseBlock() {
 JSParser::Result JSParser::parseFunction(Position start) {
     nextToken(true);
     if (kind() != JSTT_IDENFICATOR) return error(u"need identificator");
-    const Name name(text());
+    const Name name = tokenName();
     nextToken(true);
     Result parameters;
     if (isBracket(u"(")) {
@@ -97,7 +105,7 @@ JSParser::Result JSParser::parseParameters() {
     Owned<JSParametersNode> list(new JSParametersNode(line(), column()));
     if (!list) return error(u"Out of Memory");
     while (kind() == JSTT_IDENFICATOR) {
-        if (!list->append(Name(text()))) return error(u"Out of memory");
+        if (!list->append(tokenName())) return error(u"Out of memory");
         nextToken(true);
         if (!startsOperator(u",")) break;
         consumeOperator(1);
@@ -217,7 +225,7 @@ JSParser::Result JSParser::parseReturn(Position start) {
 JSParser::Result JSParser::parseJump(Name* label) {
     nextToken(false);
     if (kind() == JSTT_IDENFICATOR) {
-        *label = Name(text());
+        *label = tokenName();
         nextToken(false);
     }
     // Quirk: neither a closing brace nor the end of the text will do, so {break} is an error.
@@ -307,7 +315,7 @@ JSParser::Result JSParser::parseVarList() {
     while (kind() == JSTT_IDENFICATOR) {
         VariableRecord* record = list->variables.append();
         if (record == nullptr) return error(u"Out of memory");
-        record->name = Name(text());
+        record->name = tokenName();
         nextToken(false);
         if (startsOperator(u"=")) {
             consumeOperator(1);

@@ -23,7 +23,8 @@ class SourceWriter {
             const Work work = stack_[--count_];
             perform(work);
         }
-        return text_.text();
+        // A part of the text could be taken for another script.
+        return failed_ || text_.failed() ? BString() : text_.text();
     }
 
   private:
@@ -127,11 +128,11 @@ class SourceWriter {
     void writeTemplate(const JSNode* node, const char16_t* rest) {
         const NodeShape& shape = node->shape();
         for (; *rest != 0; ++rest) {
-            if (*rest == u']') continue;  // the end of a part that was written
-            if (*rest == u'[' && isFieldDigit(rest[1])) {
+            if (*rest == u'>') continue;  // the end of a part that was written
+            if (*rest == u'<') {
                 ++rest;
                 if (childOf(node, shape, *rest) == nullptr) {
-                    while (*rest != u']') ++rest;
+                    while (*rest != u'>') ++rest;
                 }
                 continue;
             }

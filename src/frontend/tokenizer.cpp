@@ -153,13 +153,18 @@ char16_t JSTokenizer::lookBehindLineEnd() {
 // ---- Tokens ----
 
 int32_t JSTokenizer::finish(int32_t kind) {
-    text_.assign(scanned_.data(), scanned_.length());
+    if (scanned_.failed()) memoryFailed_ = true;
+    setText(scanned_.data(), scanned_.length());
     return kind;
 }
 
 int32_t JSTokenizer::finishCharacter(int32_t kind, char16_t character) {
-    text_.assign(&character, 1);
+    setText(&character, 1);
     return kind;
+}
+
+void JSTokenizer::setText(const char16_t* units, int32_t length) {
+    if (!text_.assign(units, length)) memoryFailed_ = true;
 }
 
 int32_t JSTokenizer::scanToken() {

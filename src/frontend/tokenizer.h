@@ -53,6 +53,10 @@ class JSTokenizer {
     bool isToken(int32_t kind, const char16_t* text) const { return kind_ == kind && text_.equals(text); }
     bool isLineEnd() const { return kind_ == JSTT_OPERSEPARATOR && !text_.equals(u";"); }
 
+    // Set once there was no memory for the text of a token. The text at hand is then not that of the token, and
+    // nothing that was made of it may be used.
+    bool memoryFailed_ = false;
+
     BString text_;
     int32_t kind_ = JSTT_NONE;
 
@@ -72,6 +76,7 @@ class JSTokenizer {
     int32_t scanToken();
     int32_t finish(int32_t kind);
     int32_t finishCharacter(int32_t kind, char16_t character);
+    void setText(const char16_t* units, int32_t length);
     int32_t scanOperatorRun(char16_t first);
     int32_t scanString(char16_t quote);
     void scanHexadecimalEscape();

@@ -10,6 +10,14 @@ namespace quorvelin {
 
 namespace {
 
+// What is being read on this thread. The operations in between know nothing but the stream, and a node for which
+// memory failed must not end up in a tree that is missing it.
+struct Reading {
+    int32_t depth = 0;
+    bool memoryFailed = false;
+};
+thread_local Reading reading;
+
 // The next byte; false at the end of the stream.
 bool readByte(IBStream* stream, uint8_t* byte) { return stream->read(byte, 1) == 1; }
 
@@ -22,7 +30,11 @@ uint32_t readWord(IBStream* stream) {
 
 Owned<JSNode> readChild(IBStream* stream) { return Owned<JSNode>(readNode(stream)); }
 
-Name readName(IBStream* stream) { return Name(readText(stream)); }
+Name readName(IBStream* stream) {
+    Name name(readText(stream));
+    if (name.atom() == nullptr) reading.memoryFailed = true;
+    return name;
+}
 
 // Reads records for as long as the list's mark stands in front of them. Any other byte ends the list.
 template <typename Record, typename ReadRecord>
@@ -30,7 +42,10 @@ void readRecords(IBStream* stream, int32_t mark, RecordList<Record>& list, ReadR
     uint8_t byte = 0;
     while (readByte(stream, &byte) && byte == mark) {
         Record* record = list.append();
-        if (record == nullptr) return;
+        if (record == nullptr) {
+            reading.memoryFailed = true;
+            return;
+        }
         readRecord(*record);
     }
 }
@@ -87,10 +102,18 @@ JSNode* readNode(IBStream* stream) {
     if (!readByte(stream, &tag)) return nullptr;
     const NodeShape* shape = shapeOfTag(tag);
     if (shape == nullptr) return nullptr;
-    if (nativeStackIsShort()) return new JSErrorNode(0, 0, u"too deep");
-    JSNode* node = shape->make();
-    if (node != nullptr) node->load(stream);
-    return node;
+    if (reading.depth == 0) reading.memoryFailed = false;
+    const bool tooDeep = nativeStackIsShort();
+    Owned<JSNode> node(tooDeep ? new JSErrorNode(0, 0, u"too deep") : shape->make());
+    if (!node) {
+        reading.memoryFailed = true;
+    } else if (!tooDeep) {
+        ++reading.depth;
+        node->load(stream);
+        --reading.depth;
+    }
+    if (reading.depth == 0 && reading.memoryFailed) node.reset();
+    return node.take();
 }
 
 BString readText(IBStream* stream) {
@@ -105,7 +128,9 @@ BString readText(IBStream* stream) {
         if (unit == 0) ended = true;  // what stands behind it is read and dropped
         if (!ended) text.append(unit);
     }
-    return text.text();
+    BString result = text.text();
+    if (text.failed() || result.length() != text.length()) reading.memoryFailed = true;
+    return result;
 }
 
 }  // namespace quorvelin

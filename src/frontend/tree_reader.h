@@ -17,8 +17,8 @@ namespace quorvelin {
 // The first character of a stream that holds a saved tree.
 inline constexpr char16_t kSavedTreeMarker = 1;
 
-// Reads a tag and what it demands. Null for a tag that stands for no class, at the end of the stream and without
-// memory; the result carries a reference for the caller. A tree that nests too deeply for the native stack gives
+// Reads a tag and what it demands. Null for a tag that stands for no class and at the end of the stream, and when
+// memory failed for any part of the tree; the result carries a reference for the caller. A tree that nests too deeply for the native stack gives
 // a JSErrorNode at that place.
 JSNode* readNode(IBStream* stream);
 
