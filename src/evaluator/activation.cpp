@@ -25,117 +25,51 @@ JSActivation::~JSActivation() {
     }
 }
 
-JSActivation::SpecialName JSActivation::specialName(const BString& name) const {
-    if (name == nameText(WellKnownName::arguments)) return SpecialName::arguments;
-    if (name == nameText(WellKnownName::caller)) return SpecialName::caller;
-    if (name == nameText(WellKnownName::thisWord)) {
-        return thisObject_ != nullptr ? SpecialName::thisObject : SpecialName::thisOfChain;
-    }
-    return SpecialName::none;
-}
-
-bool JSActivation::argumentsHold(const BString& name, JSContext* ctx, JSObject* receiver) {
-    return argumentsObject_ != nullptr && argumentsObject_->hasMember(name, ctx, receiver);
-}
-
-bool JSActivation::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    switch (specialName(name)) {
-        case SpecialName::arguments:
-        case SpecialName::caller:
-        case SpecialName::thisObject:
-            return true;
-        case SpecialName::thisOfChain:
-            if (parent() != nullptr) return parent()->hasMember(name, ctx, receiver);
-            break;
-        case SpecialName::none:
-            break;
-    }
-    return JSContext::hasMember(name, ctx, receiver) || argumentsHold(name, ctx, receiver);
-}
-
-JSValueType JSActivation::memberType(const BString& name, JSContext* ctx, JSObject* receiver) {
-    switch (specialName(name)) {
-        case SpecialName::arguments:
-            return JSValueType::object;
-        case SpecialName::caller:
-            return callerFunction_ != nullptr ? callerFunction_->valueType(ctx, receiver) : JSValueType::undefined;
-        case SpecialName::thisObject:
-            return thisObject_->valueType(ctx, receiver);
-        case SpecialName::thisOfChain:
-            if (parent() != nullptr) return parent()->memberType(name, ctx, receiver);
-            break;
-        case SpecialName::none:
-            if (argumentsHold(name, ctx, receiver)) return argumentsObject_->memberType(name, ctx, receiver);
-            break;
-    }
-    return JSContext::memberType(name, ctx, receiver);
-}
-
-JSObject* JSActivation::getMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    switch (specialName(name)) {
-        case SpecialName::arguments:
-            return Value::share(static_cast<JSObject*>(argumentsObject_)).take();
-        case SpecialName::caller:
-            return Value::share(callerFunction_).take();
-        case SpecialName::thisObject:
-            return thisObject_->shared();
-        case SpecialName::thisOfChain:
-            if (parent() != nullptr) return parent()->getMember(name, ctx, receiver);
-            break;
-        case SpecialName::none:
-            if (argumentsHold(name, ctx, receiver)) return argumentsObject_->getMember(name, ctx, receiver);
-            break;
-    }
-    return JSContext::getMember(name, ctx, receiver);
-}
-
-JSObject* JSActivation::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
-    switch (specialName(name)) {
-        case SpecialName::arguments:
-            ctx->reportError(u"property arguments is readonly");
-            return nullptr;
-        case SpecialName::caller:
-            ctx->reportError(u"property caller is readonly");
-            return nullptr;
-        case SpecialName::thisObject: {
-            const Value object = Value::share(thisObject_);
-            return object->assign(value, ctx, receiver);
+JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
+    using Purpose = NameQuery::Purpose;
+    const bool isCall = query.purpose == Purpose::call;
+    if (query.isWellKnown()) {
+        if (query.isNamed(WellKnownName::arguments) || query.isNamed(WellKnownName::caller)) {
+            if (!isCall) return {Holder::special};
+        } else if (query.isNamed(WellKnownName::thisWord)) {
+            if (thisObject_ == nullptr) {
+                // The nearest method call up the chain says what `this` is, and at the root the root does.
+                return {parent() != nullptr ? Holder::nobody : Holder::self};
+            }
+            if (!isCall && query.purpose != Purpose::remove) return {Holder::special};
         }
-        case SpecialName::thisOfChain:
-            if (parent() != nullptr) return parent()->setMember(name, value, ctx, receiver);
-            break;
-        case SpecialName::none:
-            if (argumentsHold(name, ctx, receiver)) return argumentsObject_->setMember(name, value, ctx, receiver);
-            break;
     }
-    return JSContext::setMember(name, value, ctx, receiver);
+    // Quirk: parameters come before everything else, but a parameter cannot be called by its name.
+    if (!isCall && argumentsObject_ != nullptr &&
+        argumentsObject_->hasMember(query.name, query.ctx, query.receiver)) {
+        return {Holder::object, argumentsObject_};
+    }
+    return JSContext::holderOf(query);
 }
 
-bool JSActivation::deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    switch (specialName(name)) {
-        case SpecialName::arguments:
-            ctx->reportError(u"property arguments is readonly");
-            return false;
-        case SpecialName::caller:
-            ctx->reportError(u"property caller is readonly");
-            return false;
-        case SpecialName::thisOfChain:
-            if (parent() != nullptr) return parent()->deleteMember(name, ctx, receiver);
-            break;
-        case SpecialName::thisObject:
-        case SpecialName::none:
-            if (argumentsHold(name, ctx, receiver)) return argumentsObject_->deleteMember(name, ctx, receiver);
-            break;
-    }
-    return JSContext::deleteMember(name, ctx, receiver);
+JSValueType JSActivation::specialType(const NameQuery& query) {
+    if (query.isNamed(WellKnownName::arguments)) return JSValueType::object;
+    JSObject* const object = query.isNamed(WellKnownName::caller) ? callerFunction_ : thisObject_;
+    return object != nullptr ? object->valueType(query.ctx, query.receiver) : JSValueType::undefined;
 }
 
-// Quirk: parameters are not looked at, so a parameter cannot be called by its name.
-JSObject* JSActivation::callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) {
-    if (parent() != nullptr && specialName(name) == SpecialName::thisOfChain) {
-        return parent()->callMember(name, args, ctx, receiver);
+JSObject* JSActivation::specialGet(const NameQuery& query) {
+    if (query.isNamed(WellKnownName::arguments)) return argumentsObject_->shared();
+    return Value::share(query.isNamed(WellKnownName::caller) ? callerFunction_ : thisObject_).take();
+}
+
+JSObject* JSActivation::specialSet(const NameQuery& query, JSObject* value) {
+    if (query.isNamed(WellKnownName::thisWord)) {
+        const Value object = Value::share(thisObject_);
+        return object->assign(value, query.ctx, query.receiver);
     }
-    return JSContext::callMember(name, args, ctx, receiver);
+    specialDelete(query);
+    return nullptr;
+}
+
+void JSActivation::specialDelete(const NameQuery& query) {
+    query.ctx->reportError(query.isNamed(WellKnownName::arguments) ? u"property arguments is readonly"
+                                                                   : u"property caller is readonly");
 }
 
 void JSActivation::memberName(BString& out, JSContext*, JSObject*) {

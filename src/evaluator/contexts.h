@@ -31,12 +31,6 @@ class JSActivation : public JSLocalContext {
     JSActivation(JSContext* parent, JSObject* callerFunction);
     ~JSActivation() override;
 
-    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
-    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
     void memberName(BString& out, JSContext* ctx, JSObject* receiver) override;
 
     bool declareParameter(const BString& name) override;
@@ -50,11 +44,14 @@ class JSActivation : public JSLocalContext {
     // True when the engine could not make all parts of the activation.
     bool isIncomplete() const { return argumentsObject_ == nullptr; }
 
+  protected:
+    Holder holderOf(const NameQuery& query) override;
+    JSValueType specialType(const NameQuery& query) override;
+    JSObject* specialGet(const NameQuery& query) override;
+    JSObject* specialSet(const NameQuery& query, JSObject* value) override;
+    void specialDelete(const NameQuery& query) override;
+
   private:
-    // The names that an activation answers in front of everything else.
-    enum class SpecialName { none, arguments, caller, thisObject, thisOfChain };
-    SpecialName specialName(const BString& name) const;
-    bool argumentsHold(const BString& name, JSContext* ctx, JSObject* receiver);
     bool bindArguments(JSFunctionNode* node, JSObject* args);
 
     JSFunctionNode* running_ = nullptr;
@@ -85,17 +82,10 @@ class JSWithContext final : public JSContext {
     JSWithContext(JSContext* parent, JSObject* object);
     ~JSWithContext() override;
 
-    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
-    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+  protected:
+    Holder holderOf(const NameQuery& query) override;
 
   private:
-    bool objectHas(const BString& name, JSContext* ctx, JSObject* receiver) {
-        return object_ != nullptr && object_->hasMember(name, ctx, receiver);
-    }
-
     JSObject* object_;
 };
 
@@ -106,25 +96,20 @@ class JSThisContext final : public JSContext {
     JSThisContext(JSContext* parent, JSObject* object);
     ~JSThisContext() override;
 
-    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
-    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
-    JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
     JSObject* getThis(JSContext* ctx, JSObject* receiver) override;
     void setThis(JSObject* value, JSContext* ctx, JSObject* receiver) override;
 
   protected:
     JSObject* nearestThis() override;
+    Holder holderOf(const NameQuery& query) override;
+    JSObject* lateObject() override { return object_; }
+    JSValueType specialType(const NameQuery& query) override;
+    JSObject* specialGet(const NameQuery& query) override;
+    JSObject* specialSet(const NameQuery& query, JSObject* value) override;
+    void specialDelete(const NameQuery& query) override;
+    JSObject* specialCall(const NameQuery& query, JSObject* args) override;
 
   private:
-    // There is an object, the chain does not have the name, and the object does.
-    bool objectAnswers(const BString& name, JSContext* ctx, JSObject* receiver) {
-        return object_ != nullptr && !JSContext::hasMember(name, ctx, receiver) &&
-               object_->hasMember(name, ctx, receiver);
-    }
-
     JSObject* object_;
 };
 

@@ -5,12 +5,6 @@
 
 namespace quorvelin {
 
-namespace {
-
-bool isThis(const BString& name) { return name == nameText(WellKnownName::thisWord); }
-
-}  // namespace
-
 // ---- Local ----
 
 bool JSLocalContext::declareVariable(const BString& name) {
@@ -29,28 +23,13 @@ JSWithContext::~JSWithContext() {
     if (object_ != nullptr) object_->release();
 }
 
-bool JSWithContext::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    return objectHas(name, ctx, receiver) || JSContext::hasMember(name, ctx, receiver);
-}
-
-JSValueType JSWithContext::memberType(const BString& name, JSContext* ctx, JSObject* receiver) {
-    if (objectHas(name, ctx, receiver)) return object_->memberType(name, ctx, receiver);
-    return JSContext::memberType(name, ctx, receiver);
-}
-
-JSObject* JSWithContext::getMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    if (objectHas(name, ctx, receiver)) return object_->getMember(name, ctx, receiver);
-    return JSContext::getMember(name, ctx, receiver);
-}
-
-JSObject* JSWithContext::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
-    if (objectHas(name, ctx, receiver)) return object_->setMember(name, value, ctx, receiver);
-    return JSContext::setMember(name, value, ctx, receiver);
-}
-
-bool JSWithContext::deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    if (objectHas(name, ctx, receiver)) return object_->deleteMember(name, ctx, receiver);
-    return JSContext::deleteMember(name, ctx, receiver);
+// Quirk: a call by bare name does not see the object.
+JSContext::Holder JSWithContext::holderOf(const NameQuery& query) {
+    if (object_ != nullptr && query.purpose != NameQuery::Purpose::call &&
+        object_->hasMember(query.name, query.ctx, query.receiver)) {
+        return {Holder::object, object_};
+    }
+    return JSContext::holderOf(query);
 }
 
 // ---- This ----
@@ -62,49 +41,31 @@ JSThisContext::~JSThisContext() {
     if (object_ != nullptr) object_->release();
 }
 
-bool JSThisContext::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    return isThis(name) || JSContext::hasMember(name, ctx, receiver) ||
-           (object_ != nullptr && object_->hasMember(name, ctx, receiver));
-}
-
-JSValueType JSThisContext::memberType(const BString& name, JSContext* ctx, JSObject* receiver) {
-    if (isThis(name)) return JSValueType::object;
-    if (objectAnswers(name, ctx, receiver)) return object_->memberType(name, ctx, receiver);
-    return JSContext::memberType(name, ctx, receiver);
-}
-
-JSObject* JSThisContext::getMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    if (isThis(name)) return Value::share(object_).take();
-    if (objectAnswers(name, ctx, receiver)) return object_->getMember(name, ctx, receiver);
-    return JSContext::getMember(name, ctx, receiver);
-}
-
-JSObject* JSThisContext::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
-    if (isThis(name)) {
-        // Quirk: writing `this` assigns into the object instead of naming another one.
-        const Value object = Value::share(object_);
-        if (object) return object->assign(value, ctx, receiver);
-        setThis(value, ctx, receiver);
-        return Value::share(value).take();
+JSContext::Holder JSThisContext::holderOf(const NameQuery& query) {
+    if (query.isNamed(WellKnownName::thisWord) &&
+        (query.purpose != NameQuery::Purpose::call || object_ != nullptr)) {
+        return {Holder::special};
     }
-    if (objectAnswers(name, ctx, receiver)) return object_->setMember(name, value, ctx, receiver);
-    return JSContext::setMember(name, value, ctx, receiver);
+    return JSContext::holderOf(query);
 }
 
-bool JSThisContext::deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    // Quirk: the message does not end the operation.
-    if (isThis(name)) ctx->reportError(u"this property is read only");
-    if (objectAnswers(name, ctx, receiver)) return object_->deleteMember(name, ctx, receiver);
-    return JSContext::deleteMember(name, ctx, receiver);
+JSValueType JSThisContext::specialType(const NameQuery&) { return JSValueType::object; }
+
+JSObject* JSThisContext::specialGet(const NameQuery&) { return Value::share(object_).take(); }
+
+// Quirk: writing `this` assigns into the object instead of naming another one.
+JSObject* JSThisContext::specialSet(const NameQuery& query, JSObject* value) {
+    const Value object = Value::share(object_);
+    if (object) return object->assign(value, query.ctx, query.receiver);
+    setThis(value, query.ctx, query.receiver);
+    return Value::share(value).take();
 }
 
-JSObject* JSThisContext::callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) {
-    if (isThis(name) && object_ != nullptr) {
-        const Value object = Value::share(object_);
-        return object->call(args, ctx, receiver);
-    }
-    if (objectAnswers(name, ctx, receiver)) return object_->callMember(name, args, ctx, receiver);
-    return JSContext::callMember(name, args, ctx, receiver);
+void JSThisContext::specialDelete(const NameQuery& query) { query.ctx->reportError(u"this property is read only"); }
+
+JSObject* JSThisContext::specialCall(const NameQuery& query, JSObject* args) {
+    const Value object = Value::share(object_);
+    return object->call(args, query.ctx, query.receiver);
 }
 
 JSObject* JSThisContext::getThis(JSContext*, JSObject*) { return Value::share(object_).take(); }

@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "foundation/name.h"
+#include "foundation/well_known_names.h"
 #include "objects/parented_object.h"
 
 namespace quorvelin {
@@ -34,6 +35,23 @@ struct JSWalkState {
     int32_t stoppedContexts = 0;
 };
 
+// A question about a name of the chain of scopes.
+struct NameQuery {
+    enum class Purpose : uint8_t { exists, type, get, set, remove, call };
+
+    const BString& name;
+    Purpose purpose;
+    JSContext* ctx;
+    JSObject* receiver;
+    // The stored name, null when no cell anywhere has it.
+    const Atom* atom;
+
+    bool isNamed(WellKnownName which) const {
+        return atom != nullptr && atom->wellKnown() == static_cast<int32_t>(which);
+    }
+    bool isWellKnown() const { return atom != nullptr && atom->wellKnown() >= 0; }
+};
+
 class JSContext : public JSParentedObject {
   public:
     // For contexts of a host's own. References `parent`, the next context of the chain, which may be null. Such a context,
@@ -41,6 +59,13 @@ class JSContext : public JSParentedObject {
     explicit JSContext(JSContext* parent) : JSParentedObject(parent, nullptr) {}
     ~JSContext() override;
 
+    // ---- names: each is asked of the nearest context of the chain that has it, of the root when none has ----
+    bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
+    bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
+    JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
     bool dispatchMember(JSMemberRequest& request) override;
     // The receiver, else the nearest this object up the chain from this context, else up from `ctx`, else the root.
     JSObject* getThis(JSContext* ctx, JSObject* receiver) override;
@@ -152,7 +177,26 @@ class JSContext : public JSParentedObject {
     // of values calls `askEveryContext` when it is built.
     struct EngineContext {};
     JSContext(EngineContext, JSContext* parent)
-        : JSParentedObject(parent, nullptr), state_(parent != nullptr ? parent->state_ : nullptr) {}
+        : JSParentedObject(parent, nullptr), state_(parent != nullptr ? parent->state_ : nullptr), isEngines_(true) {}
+
+    // Who answers a name in one context of the engine's: nobody, the context's own members, another object, or the
+    // context by the `special...` operations.
+    struct Holder {
+        enum Kind : uint8_t { nobody, self, object, special };
+        Kind kind;
+        JSObject* who = nullptr;
+    };
+    virtual Holder holderOf(const NameQuery& query);
+    // The object that is asked when no context of the chain above has the name; borrowed, null for none.
+    virtual JSObject* lateObject() { return nullptr; }
+    virtual JSValueType specialType(const NameQuery& query);
+    virtual JSObject* specialGet(const NameQuery& query);
+    virtual JSObject* specialSet(const NameQuery& query, JSObject* value);
+    virtual void specialDelete(const NameQuery& query);
+    virtual JSObject* specialCall(const NameQuery& query, JSObject* args);
+
+    // A cell or a member of the dispatch of this very context.
+    bool ownsName(const NameQuery& query);
 
     // From here on the contexts below this one climb the chain for every question.
     void askEveryContext() { state_ = nullptr; }
@@ -181,8 +225,19 @@ class JSContext : public JSParentedObject {
   private:
     bool conditionFails(JSNode* condition, JSObject* receiver);
 
+    // Where a name was found: a context, and who answers there. `up` says that the context itself is to be asked by its
+    // virtual operation: the root, or a context of a host's own.
+    struct Place {
+        JSContext* context;
+        Holder holder;
+        bool up;
+    };
+    Place findPlace(const NameQuery& query);
+    JSObject* findLateObject(const NameQuery& query, JSContext* end);
+
     JSCompletion completion_ = JSCompletion::normal;
     JSWalkState* state_ = nullptr;
+    bool isEngines_ = false;
 };
 
 }  // namespace quorvelin

@@ -227,6 +227,19 @@ JSObject* JSMethodRef::setItem(int32_t index, JSObject* value, JSContext* ctx, J
     return native_ ? nullptr : JSMemberRef::setItem(index, value, ctx, receiver);
 }
 
+// What a native method's name gives is such a reference again, so these two must not read and go on either.
+void JSMethodRef::deleteItem(int32_t index, JSContext* ctx, JSObject* receiver) {
+    if (!native_) JSMemberRef::deleteItem(index, ctx, receiver);
+}
+
+void JSMethodRef::asExpression(BString& out, JSContext* ctx, JSObject* receiver) {
+    if (native_) {
+        out.clear();
+    } else {
+        JSMemberRef::asExpression(out, ctx, receiver);
+    }
+}
+
 JSObject* JSMethodRef::assign(JSObject* value, JSContext* ctx, JSObject* receiver) {
     return native_ ? nullptr : JSMemberRef::assign(value, ctx, receiver);
 }

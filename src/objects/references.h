@@ -113,7 +113,9 @@ class JSMethodRef final : public JSMemberRef {
     JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
     JSObject* getItem(int32_t index, JSContext* ctx, JSObject* receiver) override;
     JSObject* setItem(int32_t index, JSObject* value, JSContext* ctx, JSObject* receiver) override;
+    void deleteItem(int32_t index, JSContext* ctx, JSObject* receiver) override;
     JSObject* assign(JSObject* value, JSContext* ctx, JSObject* receiver) override;
+    void asExpression(BString& out, JSContext* ctx, JSObject* receiver) override;
     void asString(BString& out, JSContext* ctx, JSObject* receiver) override;
     void asNumber(JSNumberValue& out, JSContext* ctx, JSObject* receiver) override;
     bool asBoolean(JSContext* ctx, JSObject* receiver) override;
