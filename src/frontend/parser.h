@@ -101,6 +101,19 @@ class JSParser : public JSTokenizer {
     Result error(const char16_t* reason);
     static bool isError(const Result& result) { return result && result->kind == kErrorKind; }
     Result made(JSNode* node, const char16_t* messageWithoutMemory = u"Out of memory");
+    Result makeBinary(Position start, const Atom* op, Result& left, Result& right);
+
+    // Builds a node and hands children over to it. Without memory they stay with their owners, and the result is the
+    // error. (`new` may evaluate the constructor's arguments although it gives null, and what they hand over leaks.)
+    template <typename Node, typename... Fields>
+    Result make(Position start, Fields&&... fields) {
+        void* place = Node::operator new(sizeof(Node));
+        if (place == nullptr) return error(u"Out of memory");
+        return Result(new (place) Node(start.line, start.column, handOver(fields)...));
+    }
+    static JSNode* handOver(Result& child) { return child.take(); }
+    static const Name& handOver(const Name& name) { return name; }
+
     bool tooDeep() const;
 };
 

@@ -58,17 +58,6 @@ constexpr OperatorTable kPostfix = table(kPostfixOperators);
 // Operators are names of the engine's own, as nodes hold them.
 Name operatorName(const Atom* op) { return Name(op); }
 
-JSNode* makeBinary(int32_t line, int32_t column, const Atom* op, JSNode* left, JSNode* right) {
-    switch (static_cast<WellKnownName>(op->wellKnown())) {
-        case WellKnownName::logicalOrOperator:
-            return new JSLogicalOrNode(line, column, operatorName(op), left, right);
-        case WellKnownName::logicalAndOperator:
-            return new JSLogicalAndNode(line, column, operatorName(op), left, right);
-        default:
-            return new JSBinaryNode(line, column, operatorName(op), left, right);
-    }
-}
-
 }  // namespace
 
 // ---- Tokens and results ----
@@ -118,6 +107,17 @@ bool JSParser::tooDeep() const { return nativeStackIsShort(); }
 
 // ---- The ladder ----
 
+JSParser::Result JSParser::makeBinary(Position start, const Atom* op, Result& left, Result& right) {
+    switch (static_cast<WellKnownName>(op->wellKnown())) {
+        case WellKnownName::logicalOrOperator:
+            return make<JSLogicalOrNode>(start, operatorName(op), left, right);
+        case WellKnownName::logicalAndOperator:
+            return make<JSLogicalAndNode>(start, operatorName(op), left, right);
+        default:
+            return make<JSBinaryNode>(start, operatorName(op), left, right);
+    }
+}
+
 // A level of left-associative operators.
 JSParser::Result JSParser::parseLoopLevel(const OperatorTable& operators, Rule operandRule, Result left) {
     while (!isError(left)) {
@@ -126,7 +126,7 @@ JSParser::Result JSParser::parseLoopLevel(const OperatorTable& operators, Rule o
         const Position start = consumeOperator(op->text().length());
         Result right = (this->*operandRule)();
         if (isError(right)) return right;
-        left = made(new JSBinaryNode(start.line, start.column, operatorName(op), left.take(), right.take()));
+        left = make<JSBinaryNode>(start, operatorName(op), left, right);
     }
     return left;
 }
@@ -141,7 +141,7 @@ JSParser::Result JSParser::parseRightLevel(const OperatorTable& operators, Rule 
     const Position start = consumeOperator(op->text().length());
     Result right = (this->*rightRule)();
     if (isError(right)) return right;
-    return made(makeBinary(start.line, start.column, op, left.take(), right.take()));
+    return makeBinary(start, op, left, right);
 }
 
 JSParser::Result JSParser::parseExpression() {
@@ -151,7 +151,7 @@ JSParser::Result JSParser::parseExpression() {
     const Position start = consumeOperator(1);
     Result right = parseExpression();
     if (isError(right)) return right;
-    return made(new JSCommaNode(start.line, start.column, left.take(), right.take()));
+    return make<JSCommaNode>(start, left, right);
 }
 
 JSParser::Result JSParser::parseAssignment() {
@@ -163,7 +163,7 @@ JSParser::Result JSParser::parseAssignment() {
     const Position start = consumeOperator(op->text().length());
     Result right = parseAssignment();
     if (isError(right)) return right;
-    return made(new JSAssignNode(start.line, start.column, operatorName(op), left.take(), right.take()));
+    return make<JSAssignNode>(start, operatorName(op), left, right);
 }
 
 JSParser::Result JSParser::parseConditional() {
@@ -176,7 +176,7 @@ JSParser::Result JSParser::parseConditional() {
     consumeOperator(1);
     Result elseValue = parseAssignment();
     if (isError(elseValue)) return elseValue;
-    return made(new JSConditionalNode(start.line, start.column, condition.take(), thenValue.take(), elseValue.take()));
+    return make<JSConditionalNode>(start, condition, thenValue, elseValue);
 }
 
 JSParser::Result JSParser::parseLogicalOr() {
@@ -228,21 +228,21 @@ JSParser::Result JSParser::parseUnary() {
             nextToken(true);
             Result operand = parseUnary();
             if (isError(operand)) return operand;
-            return made(new JSUnaryNode(start.line, start.column, operatorName(word), operand.take()));
+            return make<JSUnaryNode>(start, operatorName(word), operand);
         }
     }
     if (const Atom* op = matchingOperator(kUnary)) {
         const Position start = consumeOperator(op->text().length());
         Result operand = parseUnary();
         if (isError(operand)) return operand;
-        return made(new JSUnaryNode(start.line, start.column, operatorName(op), operand.take()));
+        return make<JSUnaryNode>(start, operatorName(op), operand);
     }
     Result value = parseMemberChain();
     while (!isError(value)) {
         const Atom* op = matchingOperator(kPostfix);
         if (op == nullptr) break;
         const Position start = consumeOperator(op->text().length());
-        value = made(new JSPostfixNode(start.line, start.column, operatorName(op), value.take()));
+        value = make<JSPostfixNode>(start, operatorName(op), value);
     }
     return value;
 }
@@ -257,7 +257,7 @@ JSParser::Result JSParser::parseMemberChain() {
             nextToken(true);
             Result arguments = parseArguments();
             if (isError(arguments)) return arguments;
-            value = made(new JSCallNode(start.line, start.column, value.take(), arguments.take()));
+            value = make<JSCallNode>(start, value, arguments);
         } else if (isBracket(u"[")) {
             const Position start = position();
             nextToken(true);
@@ -267,7 +267,7 @@ JSParser::Result JSParser::parseMemberChain() {
             }
             Result index = parseIndex();
             if (isError(index)) return index;
-            value = made(new JSIndexNode(start.line, start.column, value.take(), index.take()));
+            value = make<JSIndexNode>(start, value, index);
         } else {
             break;
         }
@@ -281,12 +281,12 @@ JSParser::Result JSParser::parseMember(Result object) {
     if (kind() != JSTT_IDENFICATOR) return error(u"need identificator");
     const Name name = tokenName();
     nextToken(false);
-    if (!isBracket(u"(")) return made(new JSMemberNode(start.line, start.column, object.take(), name));
+    if (!isBracket(u"(")) return make<JSMemberNode>(start, object, name);
     start = position();
     nextToken(true);
     Result arguments = parseArguments();
     if (isError(arguments)) return arguments;
-    return made(new JSMemberCallNode(start.line, start.column, object.take(), arguments.take(), name));
+    return make<JSMemberCallNode>(start, object, arguments, name);
 }
 
 JSParser::Result JSParser::parsePrimary() {

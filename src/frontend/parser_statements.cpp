@@ -98,7 +98,7 @@ JSParser::Result JSParser::parseFunction(Position start) {
     if (isError(body)) return body;
     if (!isBracket(u"}")) return error(u"need }");
     nextToken(true);
-    return made(new JSFunctionNode(start.line, start.column, name, parameters.take(), body.take()));
+    return make<JSFunctionNode>(start, name, parameters, body);
 }
 
 JSParser::Result JSParser::parseParameters() {
@@ -143,7 +143,7 @@ JSParser::Result JSParser::parseFor(Position start) {
     nextToken(true);
     Result body = parseStatement();
     if (isError(body)) return body;
-    return made(new JSForNode(start.line, start.column, init.take(), condition.take(), update.take(), body.take()));
+    return make<JSForNode>(start, init, condition, update, body);
 }
 
 JSParser::Result JSParser::parseForIn(Position start, Result variable) {
@@ -156,7 +156,7 @@ JSParser::Result JSParser::parseForIn(Position start, Result variable) {
     nextToken(true);
     Result body = parseStatement();
     if (isError(body)) return body;
-    return made(new JSForInNode(start.line, start.column, name, object.take(), body.take()));
+    return make<JSForInNode>(start, name, object, body);
 }
 
 JSParser::Result JSParser::parseIf(Position start) {
@@ -172,7 +172,7 @@ JSParser::Result JSParser::parseIf(Position start) {
         elsePart = parseStatement();
         if (isError(elsePart)) return elsePart;
     }
-    return made(new JSIfNode(start.line, start.column, condition.take(), thenPart.take(), elsePart.take()));
+    return make<JSIfNode>(start, condition, thenPart, elsePart);
 }
 
 JSParser::Result JSParser::parseWhile(Position start) {
@@ -182,7 +182,7 @@ JSParser::Result JSParser::parseWhile(Position start) {
     nextToken(true);
     Result body = parseStatement();
     if (isError(body)) return body;
-    return made(new JSWhileNode(start.line, start.column, condition.take(), body.take()));
+    return make<JSWhileNode>(start, condition, body);
 }
 
 JSParser::Result JSParser::parseWith(Position start) {
@@ -192,7 +192,7 @@ JSParser::Result JSParser::parseWith(Position start) {
     nextToken(true);
     Result body = parseStatement();
     if (isError(body)) return body;
-    return made(new JSWithNode(start.line, start.column, object.take(), body.take()));
+    return make<JSWithNode>(start, object, body);
 }
 
 JSParser::Result JSParser::parseDo(Position start) {
@@ -206,7 +206,7 @@ JSParser::Result JSParser::parseDo(Position start) {
     nextToken(false);
     if (kind() != JSTT_OPERSEPARATOR) return error(u"need ;");
     nextToken(true);
-    return made(new JSDoNode(start.line, start.column, body.take(), condition.take()));
+    return make<JSDoNode>(start, body, condition);
 }
 
 JSParser::Result JSParser::parseReturn(Position start) {
@@ -218,7 +218,7 @@ JSParser::Result JSParser::parseReturn(Position start) {
         if (kind() != JSTT_OPERSEPARATOR) return error(u"need ;");
         nextToken(true);
     }
-    return made(new JSReturnNode(start.line, start.column, value.take()));
+    return make<JSReturnNode>(start, value);
 }
 
 // What follows `break` and `continue`: an optional label and a separator. An error, or nothing.
@@ -238,14 +238,14 @@ JSParser::Result JSParser::parseBreak(Position start) {
     Name label;
     Result failed = parseJump(&label);
     if (failed) return failed;
-    return made(new JSBreakNode(start.line, start.column, label));
+    return make<JSBreakNode>(start, label);
 }
 
 JSParser::Result JSParser::parseContinue(Position start) {
     Name label;
     Result failed = parseJump(&label);
     if (failed) return failed;
-    return made(new JSContinueNode(start.line, start.column, label));
+    return make<JSContinueNode>(start, label);
 }
 
 JSParser::Result JSParser::parseSwitch(Position start) {
@@ -258,18 +258,19 @@ JSParser::Result JSParser::parseSwitch(Position start) {
     if (!isBracket(u")")) return error(u"need )");
     nextToken(true);
     if (!isBracket(u"{")) return error(u"need {");
-    Owned<JSSwitchNode> node(new JSSwitchNode(start.line, start.column, discriminant.take()));
-    if (!node) return error(u"Out of memory");
+    Result result = make<JSSwitchNode>(start, discriminant);
+    if (!result || isError(result)) return result;
+    JSSwitchNode& node = static_cast<JSSwitchNode&>(*result);
     nextToken(true);
 
     bool sawDefault = false;
     for (;;) {
         if (isBracket(u"}")) {
             nextToken(true);
-            return Result(node.take());
+            return result;
         }
         if (isWord(u"case") || isWord(u"default")) {
-            Result failed = parseCaseLabel(*node, &sawDefault);
+            Result failed = parseCaseLabel(node, &sawDefault);
             if (failed) return failed;
             continue;
         }
@@ -277,7 +278,7 @@ JSParser::Result JSParser::parseSwitch(Position start) {
         if (isError(statements)) return statements;
         if (!statements) return error(u"unexpected operator");
         // Quirk: statements in front of the first clause belong to none and are dropped.
-        if (node->cases.last != nullptr) node->cases.last->statements = std::move(statements);
+        if (node.cases.last != nullptr) node.cases.last->statements = std::move(statements);
     }
 }
 
@@ -338,8 +339,8 @@ JSParser::Result JSParser::parseExpressionStatement() {
         Result statement = parseStatement();
         if (isError(statement)) return statement;
         // No separator is looked for behind a labelled statement.
-        return made(new JSLabelNode(value->line, value->column, static_cast<JSIdentifierNode&>(*value).name,
-                                    statement.take()));
+        const Position start = {value->line, value->column};
+        return make<JSLabelNode>(start, static_cast<JSIdentifierNode&>(*value).name, statement);
     }
     if (isBracket(u"}")) return value;
     if (kind() != JSTT_OPERSEPARATOR && kind() != JSTT_EOF) return error(u"need ;");

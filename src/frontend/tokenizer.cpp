@@ -17,11 +17,6 @@ bool isLineEndCharacter(char16_t c) { return c == kLineFeed || c == kCarriageRet
 
 int32_t columnBehindTab(int32_t column) { return (column & ~7) + 8; }
 
-// A line that starts with one of these goes on with the statement of the line before.
-bool continuesStatement(char16_t c) {
-    return std::u16string_view(u"%^&*={[]}|\\:,<>./?").find(c) != std::u16string_view::npos;
-}
-
 bool isRunCharacter(char16_t c) {
     switch (c) {
         case u'!':
@@ -56,6 +51,10 @@ constexpr std::u16string_view kReservedWords[] = {
 static_assert(std::size(kReservedWords) == 54);
 
 }  // namespace
+
+bool JSTokenizer::continuesStatement(char16_t c) {
+    return std::u16string_view(u"%^&*={[]}|\\:,<>./?").find(c) != std::u16string_view::npos;
+}
 
 int32_t JSTokenizer::classifyWord(const BString& word) const {
     const std::u16string_view view(word.data(), static_cast<size_t>(word.length()));

@@ -33,6 +33,10 @@ class JSTokenizer {
     // semicolon never is.
     int32_t nextToken(bool skipLineEnds);
 
+    // A line that starts with this character goes on with the statement of the line before. Besides these a "+" or
+    // "-" does that unless it is doubled.
+    static bool continuesStatement(char16_t c);
+
     const BString& text() const { return text_; }
     int32_t kind() const { return kind_; }
     int32_t line() const { return line_; }

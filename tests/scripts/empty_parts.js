@@ -1,0 +1,5 @@
+function nothing() { }
+while (x) { }
+for (;;) { break; }
+function bare { return; }
+if () a

@@ -1,0 +1,1 @@
+quote = "say \"hi\"";

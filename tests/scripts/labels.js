@@ -1,0 +1,2 @@
+outer: while (a) { inner: while (b) { if (c) { break outer; } else { continue inner; } } }
+single: a = 1;

@@ -1,0 +1,1 @@
+{ var inner = 1; inner++; }
