@@ -82,6 +82,11 @@ JSObject* JSContext::getThis(JSContext* ctx, JSObject* receiver) {
 }
 
 JSObject* JSContext::callWithThis(JSObject* object, JSObject* function, JSObject* args, JSContext*, JSObject* receiver) {
+    // A native method that calls itself by a cell of the same name gets here without running a node.
+    if (nativeStackIsShort()) {
+        reportError(u"stack overflow");
+        return nullptr;
+    }
     const Owned<JSContext> thisContext(makeThisContext(object, nullptr, receiver));
     if (!thisContext) return nullptr;
     return function->call(args, thisContext.get(), receiver);

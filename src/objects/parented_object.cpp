@@ -1,5 +1,6 @@
 #include "objects/parented_object.h"
 
+#include "foundation/native_stack_guard.h"
 #include "objects/js_context.h"
 #include "objects/js_property.h"
 #include "objects/member_request.h"
@@ -143,6 +144,10 @@ JSObject* JSInstance::callMember(const BString& name, JSObject* args, JSContext*
     if (name == nameText(WellKnownName::prototype)) return base ? base->call(args, ctx, receiver) : nullptr;
     // 2. A method found up the chain runs with this instance as its this object.
     if (base && !hasOwnMember(name, ctx, receiver) && base->hasMember(name, ctx, receiver)) {
+        if (nativeStackIsShort()) {
+            ctx->reportError(u"stack overflow");
+            return nullptr;
+        }
         const Owned<JSContext> thisContext(ctx->makeThisContext(this, nullptr, receiver));
         if (!thisContext) return nullptr;
         // A cell of the inner object is called as it is, or that object would put itself in as the this object.

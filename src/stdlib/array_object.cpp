@@ -4,6 +4,7 @@
 
 #include "evaluator/operators.h"
 #include "foundation/heap_block.h"
+#include "foundation/native_stack_guard.h"
 #include "foundation/number_text.h"
 #include "foundation/text_builder.h"
 #include "objects/js_context.h"
@@ -23,6 +24,11 @@ JSObject* JSArrayObject::setMember(const BString& name, JSObject* value, JSConte
 
 void JSArrayObject::asString(BString& out, JSContext* ctx, JSObject* receiver) {
     out.clear();
+    // An array may hold itself.
+    if (nativeStackIsShort()) {
+        ctx->reportError(u"stack overflow");
+        return;
+    }
     const Value joined(callMember(nameText(WellKnownName::join), nullptr, ctx, receiver));
     if (joined) joined->asString(out, ctx, receiver);
 }
