@@ -9,7 +9,7 @@ namespace quorvelin {
 
 bool JSArgumentsObject::append(const Name& name, JSObject* value) {
     Value cell(new JSProperty(name, value));
-    if (!cell || !members().append(static_cast<JSProperty*>(cell.get()))) return false;
+    if (!cell || !members().appendRepeatable(static_cast<JSProperty*>(cell.get()))) return false;
     (void)cell.take();
     return true;
 }
@@ -17,7 +17,9 @@ bool JSArgumentsObject::append(const Name& name, JSObject* value) {
 JSActivation::JSActivation(JSContext* parent, JSObject* callerFunction)
     : JSLocalContext(parent),
       argumentsObject_(new JSArgumentsObject()),
-      callerFunction_(Value::share(callerFunction).take()) {}
+      callerFunction_(Value::share(callerFunction).take()) {
+    if (argumentsObject_ != nullptr) firstStore_ = &argumentsObject_->ownMembers();
+}
 
 JSActivation::~JSActivation() {
     for (JSObject* part : {static_cast<JSObject*>(argumentsObject_), callerFunction_, returnValue_}) {

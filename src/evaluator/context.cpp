@@ -2,6 +2,7 @@
 #include "foundation/native_stack_guard.h"
 #include "foundation/stream.h"
 #include "evaluator/contexts.h"
+#include "evaluator/peek.h"
 #include "frontend/nodes.h"
 #include "frontend/parser.h"
 #include "frontend/tree_reader.h"
@@ -289,6 +290,8 @@ void JSContext::doReturn(JSObject* value, JSObject* receiver) {
 
 // Evaluates a loop's condition. True when the loop has to end.
 bool JSContext::conditionFails(JSNode* condition, JSObject* receiver) {
+    bool truth = false;
+    if (peekTruth(condition, this, truth)) return !truth || stopped();
     const Value value(execute(condition, receiver));
     if (stopped() || !value) return true;
     const bool holds = value->asBoolean(this, receiver);

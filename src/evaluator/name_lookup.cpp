@@ -68,6 +68,19 @@ JSObject* JSContext::findLateObject(const NameQuery& query, JSContext* end) {
     return nullptr;
 }
 
+JSProperty* JSContext::peekCell(const Atom* atom, int32_t& hint) {
+    // Names of the engine's own may be answered by a dispatch.
+    if (state_ == nullptr || state_->stoppedContexts != 0 || atom == nullptr || atom->wellKnown() >= 0) return nullptr;
+    for (JSContext* context = this; context != nullptr; context = context->parent()) {
+        if (context->asksObjectFirst_ || !context->isEngines_) return nullptr;
+        if (context->firstStore_ != nullptr) {
+            if (JSProperty* cell = context->firstStore_->peek(atom, hint)) return cell;
+        }
+        if (JSProperty* cell = context->members().peek(atom, hint)) return cell;
+    }
+    return nullptr;
+}
+
 bool JSContext::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
     const NameLookup lookup(name);
     const NameQuery query{name, NameQuery::Purpose::exists, ctx, receiver, lookup.atom()};

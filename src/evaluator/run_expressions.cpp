@@ -3,6 +3,7 @@
 // Every child runs through the context's `execute`, and after each one the node asks whether the walk has stopped; if so
 // it lets go of what it holds and gives null.
 #include "evaluator/operators.h"
+#include "evaluator/peek.h"
 #include "foundation/number_text.h"
 #include "foundation/well_known_names.h"
 #include "frontend/nodes.h"
@@ -107,6 +108,11 @@ JSObject* JSCommaNode::run(JSContext* context, JSObject* receiver) {
 }
 
 JSObject* JSBinaryNode::run(JSContext* context, JSObject* receiver) {
+    PeekedValue peeked;
+    if (peek(context, peeked)) {
+        return peeked.isNumber ? context->makeNumber(JSNumberValue::of(peeked.number), receiver)
+                               : context->makeBoolean(peeked.truth, receiver);
+    }
     const Value first(context->execute(left.get(), receiver));
     if (context->stopped()) return nullptr;
     const Value second(context->execute(right.get(), receiver));
@@ -114,7 +120,33 @@ JSObject* JSBinaryNode::run(JSContext* context, JSObject* receiver) {
     return applyBinary(op, first.get(), second.get(), context, receiver);
 }
 
+namespace {
+
+// The cell to store a number into and the number, where both can be had by peeking.
+JSProperty* peekAssignment(const JSAssignNode& node, JSContext* context, double& number) {
+    if (!node.right || !node.left) return nullptr;
+    JSProperty* target = node.left->peekCell(context);
+    PeekedValue value;
+    if (target == nullptr || !node.right->peek(context, value) || !value.isNumber) return nullptr;
+    number = value.number;
+    if (node.op.atom() == nameAtom(WellKnownName::assignOperator)) {
+        // Quirk: assigning clears the cell before it reads the value, so a cell assigned to itself becomes undefined. A
+        // right side that is a reference is left to the steps that do so; what computes a number has read it before.
+        return node.right->kind == kBinaryKind || node.right->kind == kLiteralKind ? target : nullptr;
+    }
+    double before = 0.0;
+    if (!peekNumber(target, before) || !applyToNumbers(operatorOfAssignment(node.op), before, number, value)) {
+        return nullptr;
+    }
+    number = value.number;
+    return value.isNumber ? target : nullptr;
+}
+
+}  // namespace
+
 JSObject* JSAssignNode::run(JSContext* context, JSObject* receiver) {
+    double number = 0.0;
+    if (JSProperty* cell = peekAssignment(*this, context, number)) return storeNumber(cell, number, context, receiver);
     const Value target(context->execute(left.get(), receiver));
     if (context->stopped()) return nullptr;
     if (!target) return wrongLvalue(context);
@@ -137,6 +169,8 @@ bool truthOf(const Value& value, JSContext* context, JSObject* receiver) {
 // Both logical operators: the left side decides if it has the deciding truth value, else the right side is the answer.
 // Quirk: the operands themselves are never the result, only a new boolean.
 JSObject* runLogical(JSBinaryNode& node, bool deciding, JSContext* context, JSObject* receiver) {
+    bool peeked = false;
+    if (peekTruth(&node, context, peeked)) return context->makeBoolean(peeked, receiver);
     {
         const Value first(context->execute(node.left.get(), receiver));
         if (context->stopped()) return nullptr;
@@ -163,7 +197,7 @@ JSObject* JSLogicalAndNode::run(JSContext* context, JSObject* receiver) {
 
 JSObject* JSConditionalNode::run(JSContext* context, JSObject* receiver) {
     bool truth = false;
-    {
+    if (!peekTruth(condition.get(), context, truth)) {
         const Value decision(context->execute(condition.get(), receiver));
         if (context->stopped()) return nullptr;
         truth = truthOf(decision, context, receiver);
@@ -213,6 +247,18 @@ bool numberOperand(const Value& value, JSNumberValue& number, JSContext* context
     return !context->stopped();
 }
 
+// Steps the number in the cell of the operand, where that can be had by peeking.
+bool peekStep(JSNode* operand, const Name& op, JSContext* context, JSProperty*& cell, double& before, double& after) {
+    cell = operand != nullptr ? operand->peekCell(context) : nullptr;
+    PeekedValue stepped;
+    if (!peekNumber(cell, before)) return false;
+    const bool up = op.atom() == nameAtom(WellKnownName::incrementOperator);
+    const WellKnownName step = up ? WellKnownName::addOperator : WellKnownName::subtractOperator;
+    if (!applyToNumbers(Name(nameAtom(step)), before, 1.0, stepped)) return false;
+    after = stepped.number;
+    return true;
+}
+
 // The old and the new number of an operand of "++" or "--". False, with a message, when it is none.
 bool stepOperand(const Name& op, const Value& operand, JSNumberValue& before, JSNumberValue& after, JSContext* context,
                  JSObject* receiver) {
@@ -242,8 +288,24 @@ JSObject* JSUnaryNode::run(JSContext* context, JSObject* receiver) {
             return context->executeDelete(operand.get(), receiver);
         case WellKnownName::voidWordOperator:
             return nullptr;  // Quirk: the operand is not evaluated at all.
-        default:
+        case WellKnownName::incrementOperator:
+        case WellKnownName::decrementOperator: {
+            JSProperty* cell = nullptr;
+            double before = 0.0;
+            double after = 0.0;
+            if (peekStep(operand.get(), op, context, cell, before, after)) {
+                return storeNumber(cell, after, context, receiver);
+            }
             break;
+        }
+        default: {
+            PeekedValue peeked;
+            if (peek(context, peeked)) {
+                return peeked.isNumber ? context->makeNumber(JSNumberValue::of(peeked.number), receiver)
+                                       : context->makeBoolean(peeked.truth, receiver);
+            }
+            break;
+        }
     }
     const Value value(context->execute(operand.get(), receiver));
     if (context->stopped()) return nullptr;
@@ -278,6 +340,13 @@ JSObject* JSUnaryNode::run(JSContext* context, JSObject* receiver) {
 }
 
 JSObject* JSPostfixNode::run(JSContext* context, JSObject* receiver) {
+    JSProperty* cell = nullptr;
+    double numberBefore = 0.0;
+    double numberAfter = 0.0;
+    if (peekStep(operand.get(), op, context, cell, numberBefore, numberAfter)) {
+        const Value stored(storeNumber(cell, numberAfter, context, receiver));
+        return context->makeNumber(JSNumberValue::of(numberBefore), receiver);
+    }
     const Value value(context->execute(operand.get(), receiver));
     if (context->stopped()) return nullptr;
     JSNumberValue before;

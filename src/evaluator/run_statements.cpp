@@ -1,4 +1,5 @@
 // `run` of the statement nodes.
+#include "evaluator/peek.h"
 #include "foundation/well_known_names.h"
 #include "frontend/nodes.h"
 #include "objects/js_context.h"
@@ -37,7 +38,7 @@ JSObject* JSFunctionNode::run(JSContext*, JSObject*) { return nullptr; }
 JSObject* JSIfNode::run(JSContext* context, JSObject* receiver) {
     if (!condition) return nullptr;
     bool truth = false;
-    {
+    if (!peekTruth(condition.get(), context, truth)) {
         const Value value(context->execute(condition.get(), receiver));
         if (context->stopped()) return nullptr;
         truth = value && value->asBoolean(context, receiver);

@@ -17,7 +17,9 @@ bool JSLocalContext::declareVariable(const BString& name) {
 // ---- With ----
 
 JSWithContext::JSWithContext(JSContext* parent, JSObject* object)
-    : JSContext(EngineContext{}, parent), object_(Value::share(object).take()) {}
+    : JSContext(EngineContext{}, parent), object_(Value::share(object).take()) {
+    asksObjectFirst_ = true;
+}
 
 JSWithContext::~JSWithContext() {
     if (object_ != nullptr) object_->release();

@@ -1,5 +1,6 @@
 #include "foundation/smart_object.h"
 
+#include <atomic>
 #include <new>
 
 #include "foundation/heap_block.h"
@@ -26,10 +27,14 @@ class ProcessLock {
 // The process-wide list that hears of every object's end, and the name under which it is known.
 constexpr const char* kOnDestroy = "OnDestroy";
 
+// Set when the process-wide list of this library has been torn down.
+bool globalSenderIsGone = false;
+
 class GlobalSender final : public BNotifySender {
   public:
     ~GlobalSender() {
         // The library goes away: nobody may find its list any more.
+        globalSenderIsGone = true;
         const stype_info& key = identityOf(ClassId::IBRemoteRemovable);
         if (BGlobalData::getItem(key, kOnDestroy) == static_cast<BNotifySender*>(this)) {
             BGlobalData::setItem(key, kOnDestroy, nullptr, nullptr);
@@ -37,10 +42,11 @@ class GlobalSender final : public BNotifySender {
     }
 };
 
+// The process-wide list; null when there is none any more.
 BNotifySender* onDestroySender() {
     const stype_info& key = identityOf(ClassId::IBRemoteRemovable);
     void* item = BGlobalData::getItem(key, kOnDestroy);
-    if (item == nullptr) {
+    if (item == nullptr && !globalSenderIsGone) {
         static GlobalSender sender;
         item = static_cast<BNotifySender*>(&sender);
         BGlobalData::setItem(key, kOnDestroy, item, nullptr);
@@ -171,8 +177,17 @@ bool IBRemoteRemovable::release() {
 void IBRemoteRemovable::notifyDestroy() {
     BNotifySender* self = this;
     if (hasList()) send(self, 0, callListener);
-    BNotifySender* everybody = onDestroySender();
-    if (everybody->hasList()) everybody->send(self, 0, callListener);
+    // Every value that a script computes dies here, so the list is looked up again only when the host's items changed.
+    static std::atomic<BNotifySender*> knownSender{nullptr};
+    static std::atomic<uint32_t> knownChange{0};
+    const uint32_t change = BGlobalData::changeCount();
+    BNotifySender* everybody = knownSender.load(std::memory_order_relaxed);
+    if (knownChange.load(std::memory_order_acquire) != change) {
+        everybody = onDestroySender();
+        knownSender.store(everybody, std::memory_order_relaxed);
+        knownChange.store(change, std::memory_order_release);
+    }
+    if (everybody != nullptr && everybody->hasList()) everybody->send(self, 0, callListener);
 }
 
 const stype_info& BSmartObject::getClassId() const { return identityOf(ClassId::BSmartObject); }

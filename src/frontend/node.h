@@ -23,6 +23,7 @@ class IBStream;
 class JSContext;
 class JSNode;
 class JSObject;
+class JSProperty;
 struct NodeShape;
 
 // The kind of a node: what the parser and the run see. Several classes share a kind.
@@ -58,6 +59,13 @@ enum NodeKind : int32_t {
     kErrorKind = 30,
 };
 
+// What a peek found: a finite number or a truth value.
+struct PeekedValue {
+    bool isNumber;
+    double number;
+    bool truth;
+};
+
 class JSNode : public BSmartObject {
   public:
     // The node as source text in the house style: a fresh text, which depends on nothing but the node. Changes
@@ -76,6 +84,14 @@ class JSNode : public BSmartObject {
 
     // The class's name, numbers and fields.
     virtual const NodeShape& shape() const = 0;
+
+    // Reads what the node would evaluate to, where that is a number or a truth value that can be had by looking at
+    // cells alone: nothing is made, changed, asked of a host's object or run. False when it takes a run to know. A peek
+    // that succeeds stands for the run, of which nobody could tell the difference.
+    virtual bool peek(JSContext* context, PeekedValue& out);
+
+    // The cell that the node refers to, under the same conditions; borrowed, null when it takes a run to know.
+    virtual JSProperty* peekCell(JSContext* context);
 
     int32_t kind;
     int32_t line;

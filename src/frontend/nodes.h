@@ -37,9 +37,14 @@ class JSMemberNode final : public JSNode {
     JSMemberNode(int32_t nodeLine, int32_t nodeColumn, JSNode* owner, const Name& member)
         : JSNode(kMemberKind, nodeLine, nodeColumn), object(owner), name(member) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
+    JSProperty* peekCell(JSContext* context) override;
 
     Owned<JSNode> object;
     Name name;
+
+    // Where in its store the cell of this name was found last.
+    int32_t placeHint = 0;
 };
 
 class JSIdentifierNode final : public JSNode {
@@ -48,8 +53,13 @@ class JSIdentifierNode final : public JSNode {
     JSIdentifierNode(int32_t nodeLine, int32_t nodeColumn, const Name& identifier)
         : JSNode(kIdentifierKind, nodeLine, nodeColumn), name(identifier) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
+    JSProperty* peekCell(JSContext* context) override;
 
     Name name;
+
+    // Where in its store the cell of this name was found last: the place to look at first.
+    int32_t placeHint = 0;
 };
 
 // callee(arguments)
@@ -71,6 +81,8 @@ class JSIndexNode final : public JSNode {
     JSIndexNode(int32_t nodeLine, int32_t nodeColumn, JSNode* owner, JSNode* position)
         : JSNode(kIndexKind, nodeLine, nodeColumn), object(owner), index(position) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
+    JSProperty* peekCell(JSContext* context) override;
 
     Owned<JSNode> object;
     Owned<JSNode> index;
@@ -95,16 +107,21 @@ class JSBinaryNode : public JSNode {
     JSBinaryNode(int32_t nodeLine, int32_t nodeColumn, const Name& operatorText, JSNode* first, JSNode* second)
         : JSNode(kBinaryKind, nodeLine, nodeColumn), op(operatorText), left(first), right(second) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
 
     Name op;
     Owned<JSNode> left;   // ?
     Owned<JSNode> right;  // ?
+
+    // How often in a row a peek failed here; after a few, no more are tried.
+    uint8_t failedPeeks = 0;
 };
 
 // Assignment and compound assignment; `op` is the whole operator, such as "+=".
 class JSAssignNode final : public JSBinaryNode {
   public:
     using JSBinaryNode::JSBinaryNode;
+    bool peek(JSContext* context, PeekedValue& out) override;
     JSObject* run(JSContext* context, JSObject* receiver) override;
     const NodeShape& shape() const override;
 };
@@ -112,6 +129,7 @@ class JSAssignNode final : public JSBinaryNode {
 class JSLogicalOrNode final : public JSBinaryNode {
   public:
     using JSBinaryNode::JSBinaryNode;
+    bool peek(JSContext* context, PeekedValue& out) override;
     JSObject* run(JSContext* context, JSObject* receiver) override;
     const NodeShape& shape() const override;
 };
@@ -119,6 +137,7 @@ class JSLogicalOrNode final : public JSBinaryNode {
 class JSLogicalAndNode final : public JSBinaryNode {
   public:
     using JSBinaryNode::JSBinaryNode;
+    bool peek(JSContext* context, PeekedValue& out) override;
     JSObject* run(JSContext* context, JSObject* receiver) override;
     const NodeShape& shape() const override;
 };
@@ -130,6 +149,7 @@ class JSConditionalNode final : public JSNode {
     JSConditionalNode(int32_t nodeLine, int32_t nodeColumn, JSNode* test, JSNode* first, JSNode* second)
         : JSNode(kConditionalKind, nodeLine, nodeColumn), condition(test), thenValue(first), elseValue(second) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
 
     Owned<JSNode> condition;  // ?
     Owned<JSNode> thenValue;  // ?
@@ -143,6 +163,7 @@ class JSUnaryNode final : public JSNode {
     JSUnaryNode(int32_t nodeLine, int32_t nodeColumn, const Name& operatorText, JSNode* value)
         : JSNode(kUnaryKind, nodeLine, nodeColumn), op(operatorText), operand(value) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
 
     Name op;
     Owned<JSNode> operand;  // ?
@@ -167,6 +188,7 @@ class JSLiteralNode final : public JSNode {
     JSLiteralNode(int32_t nodeLine, int32_t nodeColumn, int32_t literalKind, const BString& literalText)
         : JSNode(kLiteralKind, nodeLine, nodeColumn), tokenKind(literalKind), text(literalText) {}
     QUORVELIN_NODE_OPERATIONS;
+    bool peek(JSContext* context, PeekedValue& out) override;
 
     int32_t tokenKind = 0;
     BString text;

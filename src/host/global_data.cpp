@@ -78,6 +78,8 @@ Removed takeOut(Item** link) {
 
 }  // namespace
 
+constinit std::atomic<std::uint32_t> BGlobalData::changes_{1};
+
 void* BGlobalData::getItem(const stype_info& identity, const char* name) {
     const std::lock_guard lock(tableMutex);
     const Item* item = *findLink(identity.guid, name);
@@ -111,6 +113,7 @@ bool BGlobalData::setItem(const stype_info& identity, const char* name, void* po
             item->cleanUp = cleanUp;
             newestItem = item;
         }
+        changes_.fetch_add(1, std::memory_order_release);
     }
     removed.run();
     return true;

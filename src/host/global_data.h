@@ -3,6 +3,9 @@
 // address of the record, because each module has records of its own.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+
 #include "host/class_identity.h"
 
 namespace quorvelin {
@@ -10,6 +13,10 @@ namespace quorvelin {
 /// All operations may be called from any thread, and by static objects before main and at exit.
 class BGlobalData {
   public:
+    /// How often the table has changed. Who looks the same item up again and again keeps what it found for as
+    /// long as this number stays.
+    static std::uint32_t changeCount() { return changes_.load(std::memory_order_acquire); }
+
     /// The pointer kept under the key, or null. The table goes on owning the item.
     static void* getItem(const stype_info& identity, const char* name);
 
@@ -22,6 +29,9 @@ class BGlobalData {
     ///
     /// False, and nothing changed, when there is no memory for a new item.
     static bool setItem(const stype_info& identity, const char* name, void* pointer, void (*cleanUp)(void*));
+
+  private:
+    static std::atomic<std::uint32_t> changes_;
 };
 
 }  // namespace quorvelin

@@ -18,6 +18,8 @@ class JSBooleanInstance final : public JSInstance {
     JSObject* asObject(JSContext* ctx, JSObject* receiver) override;
     void className(BString& out, JSContext* ctx, JSObject* receiver) override;
 
+    bool storedValue() const { return value_; }
+
   private:
     bool value_;
 };

@@ -165,6 +165,10 @@ class JSContext : public JSParentedObject {
     // The next context of the chain; borrowed, null at the root.
     JSContext* parent() const { return static_cast<JSContext*>(inner()); }
 
+    // The cell that the name stands for, where that can be told by looking at the stores of the engine's own contexts;
+    // borrowed, null when it takes asking. `hint` as in MemberStore.
+    JSProperty* peekCell(const Atom* atom, int32_t& hint);
+
     // As `isStopped`, at no cost while no jump is pending anywhere.
     bool stopped() {
         if (state_ != nullptr && state_->stoppedContexts == 0) [[likely]] return false;
@@ -238,6 +242,11 @@ class JSContext : public JSParentedObject {
     JSCompletion completion_ = JSCompletion::normal;
     JSWalkState* state_ = nullptr;
     bool isEngines_ = false;
+
+  protected:
+    // For `peekCell`: the store that comes before this context's own, and whether the context asks an object first.
+    const MemberStore* firstStore_ = nullptr;
+    bool asksObjectFirst_ = false;
 };
 
 }  // namespace quorvelin

@@ -104,6 +104,9 @@ class JSObject : public BSmartObject {
         return JSObject::hasMember(name, ctx, receiver);
     }
 
+    // The own entries, without asking any operation that a class could override.
+    const MemberStore& ownMembers() const { return members_; }
+
     // This object with a reference of its own.
     JSObject* shared() {
         addRef();
@@ -112,7 +115,17 @@ class JSObject : public BSmartObject {
 
     // What the engine itself made this object as. Objects of classes that a host derives never say so: their
     // overrides must be asked.
-    enum class EngineClass : uint8_t { other, property, memberReference, indexReference, number, boolean, string };
+    enum class EngineClass : uint8_t {
+        other,
+        property,
+        memberReference,
+        indexReference,
+        number,
+        boolean,
+        string,
+        plainObject,
+        array
+    };
     EngineClass engineClass() const { return engineClass_; }
     void setEngineClass(EngineClass engineClass) { engineClass_ = engineClass; }
 

@@ -38,6 +38,27 @@ int32_t MemberStore::find(const Atom* atom, const BString& name, JSContext* ctx,
     return -1;
 }
 
+JSProperty* MemberStore::peek(const Atom* atom, int32_t& hint) const {
+    if (namedCount_ == 0 || computedCount_ != 0) return nullptr;
+    if (!mayRepeatNames_ && hint < cells_.count()) {
+        JSProperty* cell = cells_.at(hint);
+        if (cell != nullptr && cell->name().atom() == atom) return cell;
+    }
+    for (int32_t i = 0; i < cells_.count(); ++i) {
+        JSProperty* cell = cells_.at(i);
+        if (cell != nullptr && cell->name().atom() == atom) {
+            hint = i;
+            return cell;
+        }
+    }
+    return nullptr;
+}
+
+bool MemberStore::appendRepeatable(JSProperty* cell) {
+    mayRepeatNames_ = true;
+    return append(cell);
+}
+
 bool MemberStore::append(JSProperty* cell) {
     if (!cells_.append(cell)) return false;
     countIn(cell, 1);
@@ -80,6 +101,7 @@ void MemberStore::swap(MemberStore& other) {
     cells_.swap(other.cells_);
     std::swap(namedCount_, other.namedCount_);
     std::swap(computedCount_, other.computedCount_);
+    std::swap(mayRepeatNames_, other.mayRepeatNames_);
 }
 
 }  // namespace quorvelin

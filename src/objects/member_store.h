@@ -23,14 +23,22 @@ class MemberStore {
     int32_t count() const { return cells_.count(); }
     // The entry at `index` (0 <= index < count()), which may be null. Borrowed.
     JSProperty* at(int32_t index) const { return cells_.at(index); }
+    // Is there a cell with a name?
+    bool hasNames() const { return namedCount_ != 0 || computedCount_ != 0; }
     bool contains(int32_t index) const { return index >= 0 && index < cells_.count(); }
 
     // The position of the first cell with the name, or -1. `atom` is the stored name, null if there is none.
     int32_t find(const Atom* atom, const BString& name, JSContext* ctx, JSObject* receiver) const;
 
+    // As `find`, for names alone: the cell, or null when there is none or it takes asking a cell for its name. `hint` is
+    // where to look first, and where the cell was found.
+    JSProperty* peek(const Atom* atom, int32_t& hint) const;
+
     // The store takes the reference to `cell`, which may be null, over. False without memory; the reference stays
     // with the caller then.
     bool append(JSProperty* cell);
+    // As `append`, where a cell of that name may be there already.
+    bool appendRepeatable(JSProperty* cell);
     // Puts a cell into an entry; the entry's old content is handed back.
     JSProperty* replace(int32_t index, JSProperty* cell);
     // Takes an entry out and hands its reference to the caller.
@@ -48,6 +56,8 @@ class MemberStore {
     int32_t namedCount_ = 0;
     // Cells of classes that compute their name; while there are any, every cell is asked.
     int32_t computedCount_ = 0;
+    // Two cells may have one name, so a hint does not tell which is the first.
+    bool mayRepeatNames_ = false;
 };
 
 }  // namespace quorvelin

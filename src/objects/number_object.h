@@ -29,6 +29,8 @@ class JSNumberInstance final : public JSInstance {
 
     // The record as it was stored, kind included.
     const JSNumberValue& storedValue() const { return value_; }
+    // Puts another finite number in. Only for an object that one cell alone holds, of which nobody else can know.
+    void replaceStored(double number) { value_ = {number, JSNumberKind::finite}; }
 
   private:
     JSNumberValue value_;

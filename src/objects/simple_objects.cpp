@@ -14,6 +14,7 @@ JSObject* JSNull::asObject(JSContext*, JSObject*) { return shared(); }
 
 JSPlainObject::JSPlainObject(JSObject* function) : JSObject(function), function_(function) {
     if (function_ != nullptr) function_->addRef();
+    setEngineClass(EngineClass::plainObject);
 }
 
 JSPlainObject::~JSPlainObject() {

@@ -9,7 +9,9 @@ namespace quorvelin {
 
 class JSArrayObject final : public JSInstance {
   public:
-    using JSInstance::JSInstance;
+    JSArrayObject(JSObject* constructor, JSObject* inner) : JSInstance(constructor, inner) {
+        setEngineClass(EngineClass::array);
+    }
 
     // A new named member takes its place at the end of this array.
     JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
