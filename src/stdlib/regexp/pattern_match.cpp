@@ -5,9 +5,9 @@
 
 namespace quorvelin {
 
-bool PatternMatch::prepend(const BString& input, char16_t unit) {
+bool PatternMatch::prepend(const char16_t* input, char16_t unit) {
     if (!hasOwnText_) {
-        if (input[static_cast<int32_t>(start_ - 1)] == unit) {
+        if (input[start_ - 1] == unit) {
             --start_;
             ++length_;
             return true;
@@ -21,7 +21,7 @@ bool PatternMatch::prepend(const BString& input, char16_t unit) {
     return true;
 }
 
-bool PatternMatch::append(const BString& input, const PatternMatch& follower) {
+bool PatternMatch::append(const char16_t* input, const PatternMatch& follower) {
     if (follower.length_ == 0) return true;
     if (!hasOwnText_) {
         if (!follower.hasOwnText_ && follower.start_ == end()) {
@@ -37,7 +37,7 @@ bool PatternMatch::append(const BString& input, const PatternMatch& follower) {
     return true;
 }
 
-bool PatternMatch::setText(const BString& input, const BString& text) {
+bool PatternMatch::setText(const char16_t* input, const BString& text) {
     const uint32_t count = static_cast<uint32_t>(text.length());
     const size_t bytes = count * sizeof(char16_t);
     if (count == length_ && std::memcmp(units(input), text.data(), bytes) == 0) return true;
@@ -50,7 +50,7 @@ bool PatternMatch::setText(const BString& input, const BString& text) {
     return true;
 }
 
-bool PatternMatch::makeOwnText(const BString& input) {
+bool PatternMatch::makeOwnText(const char16_t* input) {
     const char16_t* text = units(input);
     if (!buffer_.growTo(length_)) return false;
     if (length_ > 0) std::memcpy(buffer_.data(), text, length_ * sizeof(char16_t));

@@ -26,24 +26,24 @@ class PatternMatch {
     }
 
     // Puts `unit` in front, for the input's unit in front. Not at position 0. False without memory, as below.
-    bool prepend(const BString& input, char16_t unit);
+    bool prepend(const char16_t* input, char16_t unit);
 
     // Puts what follows behind this match.
-    bool append(const BString& input, const PatternMatch& follower);
+    bool append(const char16_t* input, const PatternMatch& follower);
 
     // Replaces the text, and with it the length, but not the start.
-    bool setText(const BString& input, const BString& text);
+    bool setText(const char16_t* input, const BString& text);
 
     // Cuts the match to its first `length` units.
     void truncate(uint32_t length) { length_ = length; }
 
     // The `length()` units of the text.
-    const char16_t* units(const BString& input) const {
-        return hasOwnText_ ? buffer_.data() + first_ : input.data() + start_;
+    const char16_t* units(const char16_t* input) const {
+        return hasOwnText_ ? buffer_.data() + first_ : input + start_;
     }
 
   private:
-    bool makeOwnText(const BString& input);
+    bool makeOwnText(const char16_t* input);
     bool makeRoom(uint32_t before, uint32_t behind);
 
     uint32_t start_ = 0;

@@ -65,27 +65,34 @@ int32_t JSRegExpMatcher::compilePattern(const BString& pattern, int32_t pos, JSP
     return PatternCompiler(*this, pattern).compileSequence(pos, current, groupCount);
 }
 
+bool JSRegExpMatcher::run(const char16_t* input, int32_t length, uint32_t pos, const JSPatternNode* node,
+                          PatternMatch& match) {
+    failure_ = PatternFailure::none;
+    input_ = input;
+    inputLength_ = static_cast<uint32_t>(length);
+    return find(pos, node, match) && failure_ == PatternFailure::none;
+}
+
 bool JSRegExpMatcher::matchNode(const BString& input, uint32_t pos, const JSPatternNode* node,
                                 uint32_t& outStart, uint32_t& outLength, BString& outText) {
-    failure_ = PatternFailure::none;
-    input_ = &input;
     PatternMatch match;
-    if (!find(pos, node, match) || failure_ != PatternFailure::none) return false;
+    if (!run(input.data(), input.length(), pos, node, match)) return false;
     outStart = match.start();
     outLength = match.length();
-    return needMemory(outText.assign(match.units(input), static_cast<int32_t>(match.length())));
+    return needMemory(outText.assign(match.units(input_), static_cast<int32_t>(match.length())));
 }
 
 BString JSRegExpMatcher::matchPatternOnce(const BString& input, const BString& pattern, int32_t& outStart,
-                                          int32_t& outLength) {
+                                          int32_t& outLength, int32_t from) {
     outStart = outLength = -1;
-    if ((onceRoot_ == nullptr || !(oncePattern_ == pattern)) && !compileOnce(pattern)) return BString();
-    uint32_t start = 0;
-    uint32_t length = 0;
     BString text;
-    if (!matchNode(input, 0, onceRoot_, start, length, text)) return BString();
-    outStart = static_cast<int32_t>(start);
-    outLength = static_cast<int32_t>(length);
+    if ((onceRoot_ == nullptr || !(oncePattern_ == pattern)) && !compileOnce(pattern)) return text;
+    PatternMatch match;
+    if (!run(input.data() + from, input.length() - from, 0, onceRoot_, match)) return text;
+    const int32_t length = static_cast<int32_t>(match.length());
+    if (!needMemory(text.assign(match.units(input_), length))) return text;
+    outStart = static_cast<int32_t>(match.start());
+    outLength = length;
     return text;
 }
 
@@ -155,7 +162,7 @@ bool JSRegExpMatcher::findUnit(uint32_t pos, const JSPatternNode* node, PatternM
         if (!accepts(node, c)) continue;
         if (findAt(pos + 1, node->next, out)) {
             // Quirk: without case, a literal puts its own case into the text of the match.
-            return needMemory(out.prepend(*input_, node->kind == ReChar ? node->ch : c));
+            return needMemory(out.prepend(input_, node->kind == ReChar ? node->ch : c));
         }
         if (failure_ != PatternFailure::none) return false;
     }
@@ -231,7 +238,7 @@ bool JSRegExpMatcher::findRepeat(uint32_t pos, const JSPatternNode* node, Patter
         } else {
             standing.restart();
         }
-        return needMemory(sofar.append(*input_, turn));
+        return needMemory(sofar.append(input_, turn));
     };
 
     if (node->min != 0) {
@@ -257,7 +264,7 @@ bool JSRegExpMatcher::findRepeat(uint32_t pos, const JSPatternNode* node, Patter
 
     sofar.truncate(bestLength);
     std::swap(out, sofar);
-    return needMemory(out.append(*input_, bestRest));
+    return needMemory(out.append(input_, bestRest));
 }
 
 bool JSRegExpMatcher::findGroup(uint32_t pos, const JSPatternNode* node, PatternMatch& out) {
@@ -268,7 +275,7 @@ bool JSRegExpMatcher::findGroup(uint32_t pos, const JSPatternNode* node, Pattern
         if (!find(out.start() + 1, node->body, out)) return false;
     }
     if (node->kind == ReCapture && !storeCapture(node, out)) return false;
-    return needMemory(out.append(*input_, rest));
+    return needMemory(out.append(input_, rest));
 }
 
 bool JSRegExpMatcher::storeCapture(const JSPatternNode* node, const PatternMatch& match) {
@@ -280,7 +287,7 @@ bool JSRegExpMatcher::storeCapture(const JSPatternNode* node, const PatternMatch
     JSRegExpCapture* capture = new (block) JSRegExpCapture{node->body, BString(), match.length()};
     // Quirk: an index that is not there yet just means the end. So of a chain of groups, whose last one
     // stores first, about half the captures get lost.
-    if (!capture->text.assign(match.units(*input_), static_cast<int32_t>(match.length())) ||
+    if (!capture->text.assign(match.units(input_), static_cast<int32_t>(match.length())) ||
         (!replaces && !captures.append(capture))) {
         destroyCapture(capture);
         return fail(PatternFailure::outOfMemory);
@@ -312,12 +319,12 @@ bool JSRegExpMatcher::findBackReference(uint32_t pos, const JSPatternNode* node,
         if (out.start() >= inputLength() || !takeTurn()) return false;
         if (!find(out.start() + 1, body, out)) return false;
     }
-    return needMemory(out.setText(*input_, text) && out.append(*input_, rest));
+    return needMemory(out.setText(input_, text) && out.append(input_, rest));
 }
 
 bool JSRegExpMatcher::equalTexts(const PatternMatch& match, const BString& text) const {
     if (match.length() != static_cast<uint32_t>(text.length())) return false;
-    const char16_t* units = match.units(*input_);
+    const char16_t* units = match.units(input_);
     for (int32_t i = 0; i < text.length(); ++i) {
         if (units[i] != text[i] && !(ignoreCase && toLowerCase(units[i]) == toLowerCase(text[i])))
             return false;

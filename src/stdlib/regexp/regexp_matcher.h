@@ -55,10 +55,11 @@ class JSRegExpMatcher {
     bool matchNode(const BString& input, uint32_t pos, const JSPatternNode* node, uint32_t& outStart,
                    uint32_t& outLength, BString& outText);
 
-    // Compiles and runs in one step and gives the text of the match. A faulty pattern, and no match, give -1
-    // for both outputs and the empty text. The captures stay from call to call while the pattern is the same.
+    // Compiles and runs in one step, on the text from `from` on as if it were the whole input, and gives the
+    // text of the match. A faulty pattern, and no match, give -1 for both outputs and the empty text. The
+    // captures stay from call to call while the pattern is the same.
     BString matchPatternOnce(const BString& input, const BString& pattern, int32_t& outStart,
-                             int32_t& outLength);
+                             int32_t& outLength, int32_t from = 0);
 
     // Why the last `compilePattern` gave -1 or the last run false, when that was not the pattern's own doing.
     PatternFailure failure() const { return failure_; }
@@ -74,6 +75,9 @@ class JSRegExpMatcher {
     friend class PatternCompiler;
 
     bool compileOnce(const BString& pattern);
+
+    bool run(const char16_t* input, int32_t length, uint32_t pos, const JSPatternNode* node,
+             PatternMatch& match);
 
     // Each looks for the chain that starts at the node from `pos` on.
     bool find(uint32_t pos, const JSPatternNode* node, PatternMatch& out);
@@ -98,8 +102,9 @@ class JSRegExpMatcher {
     bool equalTexts(const PatternMatch& match, const BString& text) const;
     bool storeCapture(const JSPatternNode* node, const PatternMatch& match);
 
-    uint32_t inputLength() const { return static_cast<uint32_t>(input_->length()); }
-    char16_t inputAt(uint32_t position) const { return (*input_)[static_cast<int32_t>(position)]; }
+    uint32_t inputLength() const { return inputLength_; }
+    // The unit at `position`, at the length the NUL behind the input.
+    char16_t inputAt(uint32_t position) const { return input_[position]; }
 
     bool fail(PatternFailure failure) {
         failure_ = failure;
@@ -115,7 +120,8 @@ class JSRegExpMatcher {
         return failure_ == PatternFailure::none;
     }
 
-    const BString* input_ = nullptr;
+    const char16_t* input_ = nullptr;
+    uint32_t inputLength_ = 0;
     PatternFailure failure_ = PatternFailure::none;
     bool dropsNewCaptures_ = false;
     uint32_t turns_ = 0;

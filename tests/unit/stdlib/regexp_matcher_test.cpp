@@ -407,6 +407,17 @@ TEST(RegExpMatcher, MatchPatternOnce) {
     EXPECT_EQ(length, 0);
 }
 
+TEST(RegExpMatcher, MatchPatternOnceOnTheRestOfAText) {
+    JSRegExpMatcher matcher;
+    int32_t start = 0;
+    int32_t length = 0;
+    EXPECT_EQ(narrow(matcher.matchPatternOnce(u"ab\ncb", u"^.b", start, length, 3)), "cb");
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(length, 2);
+    EXPECT_TRUE(matcher.matchPatternOnce(u"ab", u"", start, length, 2).isEmpty());
+    EXPECT_EQ(start, -1);
+}
+
 TEST(RegExpMatcher, CapturesLiveThroughTheTurnsOfMatchPatternOnce) {
     JSRegExpMatcher matcher;
     int32_t start = 0;
