@@ -29,8 +29,8 @@ int64_t remainderFromZero(int64_t value, int64_t divisor) {
 }
 
 int64_t secondsFromDays(int32_t second, int32_t minute, int32_t hour, int64_t yearDay, int64_t year) {
-    // Quirk: the divisions cut toward zero and the centuries are counted from 1969, so that some years begin a day
-    // early: those from 1869 to 1900 and from 2069 to 2100.
+    // Quirk: the divisions cut toward zero and the centuries are counted from 1969, so that some years begin
+    // a day early: those from 1869 to 1900 and from 2069 to 2100.
     const int64_t days =
         (year - 70) * 365 + (year + 1903) / 4 - (year + 1931) / 100 + (year + 1931) / 400 - 478 + yearDay;
     return ((days * 24 + hour) * 60 + minute) * 60 + second;
@@ -135,8 +135,7 @@ int64_t presentSeconds() {
 }
 
 double utcValue(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute, int32_t second) {
-    const int32_t field = year < 1900 ? year : year - 1900;
-    return static_cast<double>(secondsFromFields(second, minute, hour, day, month, field)) * 1000.0;
+    return static_cast<double>(secondsFromFields(second, minute, hour, day, month, yearField(year))) * 1000.0;
 }
 
 }  // namespace quorvelin

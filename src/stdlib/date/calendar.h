@@ -37,6 +37,11 @@ DateFields localFields(int64_t seconds);
 // The present moment by the clock of the system.
 int64_t presentSeconds();
 
+// The year field, which counts from 1900, of a full year. Years below 1900 count from 1900 themselves.
+inline int32_t yearField(int32_t year) {
+    return year < 1900 ? year : year - 1900;
+}
+
 // The moment of the given fields in milliseconds, the year being a full one. Years below 1900 count from
 // 1900.
 double utcValue(int32_t year, int32_t month, int32_t day, int32_t hour, int32_t minute, int32_t second);
