@@ -5,6 +5,7 @@
 #include "foundation/number_text.h"
 #include "foundation/well_known_names.h"
 #include "objects/js_context.h"
+#include "objects/js_property.h"
 #include "objects/member_request.h"
 #include "stdlib/regexp/pattern_failure_report.h"
 #include "stdlib/trace.h"
@@ -22,6 +23,11 @@ JSObject* JSRegExpConstructor::call(JSObject* args, JSContext* ctx, JSObject* re
         return nullptr;
     }
     instance->compile(args, ctx, receiver);
+    if (receiver != nullptr && receiver->engineClass() == EngineClass::property) {
+        // The cell of a `new` takes this very instance; an assignment would copy the pattern and lose the flags.
+        static_cast<JSProperty*>(receiver)->replaceValue(Value::share(instance.get()));
+        return instance.take();
+    }
     return finishConstruction(instance.take(), ctx, receiver);
 }
 
