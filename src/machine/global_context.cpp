@@ -6,7 +6,13 @@
 #include "objects/boolean_object.h"
 #include "objects/number_object.h"
 #include "stdlib/array_object.h"
+#include "stdlib/date/date_object.h"
+#include "stdlib/date/date_parser.h"
+#include "stdlib/math_object.h"
+#include "stdlib/regexp/pattern_failure_report.h"
+#include "stdlib/regexp/regexp_object.h"
 #include "stdlib/string_object.h"
+#include "stdlib/util/util_object.h"
 
 namespace quorvelin {
 
@@ -16,10 +22,10 @@ JSGlobalContext::JSGlobalContext()
       stringConstructor_(new JSStringConstructor()),
       numberConstructor_(new JSNumberConstructor()),
       functionConstructor_(new JSFunctionConstructor()),
-      dateConstructor_(nullptr),
-      mathObject_(nullptr),
-      regExpConstructor_(nullptr),
-      utilObject_(nullptr) {}
+      dateConstructor_(new JSDateConstructor()),
+      mathObject_(new JSMath()),
+      regExpConstructor_(new JSRegExpConstructor()),
+      utilObject_(new JSUtil()) {}
 
 JSGlobalContext::~JSGlobalContext() {
     for (JSObject* object : {arrayConstructor_, booleanConstructor_, stringConstructor_, numberConstructor_,
@@ -143,7 +149,13 @@ JSObject* JSGlobalContext::makeString(const BString& text, JSObject*) {
     return orOutOfMemory(new JSStringObject(stringConstructor_, stringConstructor_, text));
 }
 
-JSObject* JSGlobalContext::makeRegExp(const BString&, JSObject*) { return nullptr; }
+JSObject* JSGlobalContext::makeRegExp(const BString& source, JSObject*) {
+    const Value inner(currentFunction());
+    Owned<JSRegExpObject> expression(
+        new JSRegExpObject(static_cast<JSRegExpConstructor*>(regExpConstructor_), inner.get()));
+    if (expression) reportPatternFailure(expression->setPattern(source, BString()), this);
+    return expression.take();
+}
 
 JSObject* JSGlobalContext::makeBoolean(bool value, JSObject*) {
     return orOutOfMemory(new JSBooleanInstance(booleanConstructor_, booleanConstructor_, value));
@@ -169,6 +181,54 @@ JSObject* JSGlobalContext::makeArraySized(int32_t count, JSObject* receiver) {
 }
 
 JSObject* JSGlobalContext::makeArray(JSObject* receiver) { return makeArraySized(0, receiver); }
+
+// ---- Dates ----
+
+namespace {
+
+JSObject* makeDate(JSObject* constructor, double milliseconds) {
+    Owned<JSDateObject> date(new JSDateObject(constructor, constructor));
+    if (date) date->setTimeValue(milliseconds);
+    return date.take();
+}
+
+}  // namespace
+
+JSObject* JSGlobalContext::makeDateNumber(const JSNumberValue& milliseconds, JSObject*) {
+    return orOutOfMemory(makeDate(dateConstructor_, milliseconds.value));
+}
+
+JSObject* JSGlobalContext::makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours,
+                                           JSObject* receiver) {
+    return makeDateFields6(year, month, day, hours, 0, 0, receiver);
+}
+
+JSObject* JSGlobalContext::makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
+                                           JSObject* receiver) {
+    return makeDateFields6(year, month, day, hours, minutes, 0, receiver);
+}
+
+JSObject* JSGlobalContext::makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
+                                           int32_t seconds, JSObject*) {
+    return orOutOfMemory(makeDate(dateConstructor_, utcValue(year, month, day, hours, minutes, seconds)));
+}
+
+JSObject* JSGlobalContext::makeDateFields3(int32_t year, int32_t month, int32_t day, JSObject* receiver) {
+    return makeDateFields6(year, month, day, 0, 0, 0, receiver);
+}
+
+JSObject* JSGlobalContext::makeDateValue(JSObject* value, JSObject* receiver) {
+    BString text;
+    if (value != nullptr) value->asString(text, this, receiver);
+    if (isStopped()) return nullptr;
+    return orOutOfMemory(makeDate(dateConstructor_, parseDateText(text)));
+}
+
+JSObject* JSGlobalContext::makeDateNow(JSObject*) {
+    return orOutOfMemory(new JSDateObject(dateConstructor_, dateConstructor_, presentSeconds()));
+}
+
+// ---- Functions ----
 
 JSObject* JSGlobalContext::makeFunction(JSFunctionNode* node, JSObject*) {
     // The inner object is the root's running function, of which there is none.

@@ -27,6 +27,17 @@ class JSGlobalContext : public JSGlobalBase {
     JSObject* makeNumber(const JSNumberValue& value, JSObject* receiver) override;
     JSObject* makeArraySized(int32_t count, JSObject* receiver) override;
     JSObject* makeArray(JSObject* receiver) override;
+    // Dates; the fields that the shorter forms leave out are 0, and the year is a full one.
+    JSObject* makeDateNumber(const JSNumberValue& milliseconds, JSObject* receiver) override;
+    JSObject* makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours, JSObject* receiver) override;
+    JSObject* makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
+                              JSObject* receiver) override;
+    JSObject* makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
+                              int32_t seconds, JSObject* receiver) override;
+    JSObject* makeDateFields3(int32_t year, int32_t month, int32_t day, JSObject* receiver) override;
+    // From the text of the value.
+    JSObject* makeDateValue(JSObject* value, JSObject* receiver) override;
+    JSObject* makeDateNow(JSObject* receiver) override;
     JSObject* makeFunction(JSFunctionNode* node, JSObject* receiver) override;
 
     // A function object for a tree that the host holds: its constructor is its inner object as well.
