@@ -4,13 +4,12 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include <cstring>
-
 #include <string>
 #include <vector>
 
 #include "foundation/owned.h"
 #include "host/allocator.h"
+#include "support/operation_place.h"
 
 namespace quorvelin {
 namespace {
@@ -253,29 +252,21 @@ TEST(Owned, MovesTakesAndResets) {
 
 // ---- the order of the operations, which hosts are built against ----
 
-#if defined(__GXX_ABI_VERSION) && defined(__x86_64__)
+#ifdef QUORVELIN_KNOWS_OPERATION_PLACES
 
-// The place of a virtual operation in the table of its class. The two forms of the destructor take the first
-// two.
-template <typename Operation>
-size_t place(Operation operation) {
-    size_t word = 0;
-    static_assert(sizeof operation >= sizeof word);
-    std::memcpy(&word, &operation, sizeof word);
-    return (word - 1) / sizeof(void*);
-}
+using support::operationPlace;
 
 TEST(SmartObjectOperations, StandInOrder) {
-    EXPECT_EQ(place(&IBTransportable::isPresent), 2u);
-    EXPECT_EQ(place(&IBTransportable::getClassId), 3u);
-    EXPECT_EQ(place(&IBTransportable::query), 4u);
-    EXPECT_EQ(place(&IBRemoteRemovable::release), 5u);
-    EXPECT_EQ(place(&IBRemoteRemovable::notifyDestroy), 6u);
-    EXPECT_EQ(place(&IBSmartObject::addRef), 7u);
-    EXPECT_EQ(place(&IBSmartObject::refCount), 8u);
-    EXPECT_EQ(place(&BNotifySender::getClassId), 0u);
-    EXPECT_EQ(place(&BNotifySender::query), 1u);
-    EXPECT_EQ(place(&BNotifyListener::notified), 5u);
+    EXPECT_EQ(operationPlace(&IBTransportable::isPresent), 2u);
+    EXPECT_EQ(operationPlace(&IBTransportable::getClassId), 3u);
+    EXPECT_EQ(operationPlace(&IBTransportable::query), 4u);
+    EXPECT_EQ(operationPlace(&IBRemoteRemovable::release), 5u);
+    EXPECT_EQ(operationPlace(&IBRemoteRemovable::notifyDestroy), 6u);
+    EXPECT_EQ(operationPlace(&IBSmartObject::addRef), 7u);
+    EXPECT_EQ(operationPlace(&IBSmartObject::refCount), 8u);
+    EXPECT_EQ(operationPlace(&BNotifySender::getClassId), 0u);
+    EXPECT_EQ(operationPlace(&BNotifySender::query), 1u);
+    EXPECT_EQ(operationPlace(&BNotifyListener::notified), 5u);
 }
 
 #endif

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/allocator.h"
+#include "support/operation_place.h"
 #include "support/script_text.h"
 
 namespace quorvelin {
@@ -327,6 +328,37 @@ TEST(StreamClass, ReleaseDestroysAtOnceAndTellsListeners) {
     EXPECT_TRUE(stream->release());
     EXPECT_EQ(listener.calls, 1);
 }
+
+#ifdef QUORVELIN_KNOWS_OPERATION_PLACES
+
+TEST(StreamClass, OperationsStandInOrder) {
+    using support::operationPlace;
+    EXPECT_EQ(operationPlace(&IBRemoteRemovable::release), 5u);
+    EXPECT_EQ(operationPlace(&IBRemoteRemovable::notifyDestroy), 6u);
+    EXPECT_EQ(operationPlace(&IBStream::addRef), 7u);
+    EXPECT_EQ(operationPlace(&IBStream::refCount), 8u);
+    EXPECT_EQ(operationPlace(&IBStream::isOpen), 9u);
+    EXPECT_EQ(operationPlace(&IBStream::rewind), 10u);
+    EXPECT_EQ(operationPlace(&IBStream::close), 11u);
+    EXPECT_EQ(operationPlace(&IBStream::isReadable), 12u);
+    EXPECT_EQ(operationPlace(&IBStream::lock), 13u);
+    EXPECT_EQ(operationPlace(&IBStream::unlock), 14u);
+    EXPECT_EQ(operationPlace(&IBStream::read), 15u);
+    EXPECT_EQ(operationPlace(&IBStream::readChar), 16u);
+    EXPECT_EQ(operationPlace(&IBStream::size), 17u);
+    EXPECT_EQ(operationPlace(&IBStream::position), 18u);
+    EXPECT_EQ(operationPlace(&IBStream::percentDone), 19u);
+    EXPECT_EQ(operationPlace(&IBStream::unreadChar), 20u);
+    EXPECT_EQ(operationPlace(&IBStream::atEnd), 21u);
+    EXPECT_EQ(operationPlace(&IBStream::skip), 22u);
+    EXPECT_EQ(operationPlace(&BStringInputStream::flush), 23u);
+    EXPECT_EQ(operationPlace(&BStringInputStream::setStart), 24u);
+    EXPECT_EQ(operationPlace(&BStringInputStream::setLength), 25u);
+    EXPECT_EQ(operationPlace(&BStringInputStream::clone), 26u);
+    EXPECT_EQ(operationPlace(&IBRAStream::seek), 5u);
+}
+
+#endif
 
 }  // namespace
 }  // namespace quorvelin
