@@ -229,7 +229,8 @@ TEST_F(ObjectInterface, ToStringAndValueOfAreMethods) {
 }
 
 TEST_F(ObjectInterface, OwnPropertyShadowsANativeMethod) {
-    EXPECT_EQ(run(uR"(o = new Object(); o.toString = Function('return \"mine\"'); o.toString())"), "string mine");
+    EXPECT_EQ(run(uR"(o = new Object(); o.toString = Function('return \"mine\";'); o.toString())"),
+              "string mine");
 }
 
 // ---- Arguments of native methods ----
