@@ -34,11 +34,11 @@ JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
         if (query.isNamed(WellKnownName::arguments) || query.isNamed(WellKnownName::caller)) {
             if (!isCall) return {Holder::special};
         } else if (query.isNamed(WellKnownName::thisWord)) {
-            if (thisObject_ == nullptr) {
+            if (thisObject_ == nullptr || query.purpose == Purpose::remove) {
                 // The nearest method call up the chain says what `this` is, and at the root the root does.
                 return {parent() != nullptr ? Holder::nobody : Holder::self};
             }
-            if (!isCall && query.purpose != Purpose::remove) return {Holder::special};
+            if (!isCall) return {Holder::special};
         }
     }
     // Quirk: parameters come before everything else, but a parameter cannot be called by its name.

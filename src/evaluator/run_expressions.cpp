@@ -63,14 +63,12 @@ JSObject* JSIndexNode::run(JSContext* context, JSObject* receiver) {
         case JSValueType::string: {
             BString key;
             position->asString(key, context, receiver);
-            if (context->stopped()) return nullptr;
             return orOutOfMemory(context, new JSMemberRef(value.get(), Name(key)));
         }
         case JSValueType::number:
         case JSValueType::boolean: {
             JSNumberValue key;
             position->asNumber(key, context, receiver);
-            if (context->stopped()) return nullptr;
             const uint32_t place = static_cast<uint32_t>(truncateToInt32(key.value));
             return orOutOfMemory(context, new JSIndexRef(value.get(), place));
         }
@@ -154,7 +152,6 @@ JSObject* JSAssignNode::run(JSContext* context, JSObject* receiver) {
     if (context->stopped()) return nullptr;
     if (op.atom() != nameAtom(WellKnownName::assignOperator)) {
         value = Value(applyBinary(operatorOfAssignment(op), target.get(), value.get(), context, receiver));
-        if (context->stopped()) return nullptr;
     }
     return target->assign(value.get(), context, receiver);
 }
@@ -174,15 +171,11 @@ JSObject* runLogical(JSBinaryNode& node, bool deciding, JSContext* context, JSOb
     {
         const Value first(context->execute(node.left.get(), receiver));
         if (context->stopped()) return nullptr;
-        const bool truth = truthOf(first, context, receiver);
-        if (context->stopped()) return nullptr;
-        if (truth == deciding) return context->makeBoolean(deciding, receiver);
+        if (truthOf(first, context, receiver) == deciding) return context->makeBoolean(deciding, receiver);
     }
     const Value second(context->execute(node.right.get(), receiver));
     if (context->stopped()) return nullptr;
-    const bool truth = truthOf(second, context, receiver);
-    if (context->stopped()) return nullptr;
-    return context->makeBoolean(truth, receiver);
+    return context->makeBoolean(truthOf(second, context, receiver), receiver);
 }
 
 }  // namespace
@@ -201,7 +194,6 @@ JSObject* JSConditionalNode::run(JSContext* context, JSObject* receiver) {
         const Value decision(context->execute(condition.get(), receiver));
         if (context->stopped()) return nullptr;
         truth = truthOf(decision, context, receiver);
-        if (context->stopped()) return nullptr;
     }
     Value value(context->execute((truth ? thenValue : elseValue).get(), receiver));
     return context->stopped() ? nullptr : value.take();
@@ -236,7 +228,6 @@ JSObject* typeWord(const Value& value, JSContext* context, JSObject* receiver) {
                 break;
         }
     }
-    if (context->stopped()) return nullptr;
     return context->makeString(nameText(word), receiver);
 }
 
@@ -244,7 +235,7 @@ JSObject* typeWord(const Value& value, JSContext* context, JSObject* receiver) {
 bool numberOperand(const Value& value, JSNumberValue& number, JSContext* context, JSObject* receiver) {
     if (!value || value->valueType(context, receiver) != JSValueType::number) return false;
     comparisonNumber(value.get(), number, context, receiver);
-    return !context->stopped();
+    return true;
 }
 
 // Steps the number in the cell of the operand, where that can be had by peeking.
@@ -271,7 +262,6 @@ bool stepOperand(const Name& op, const Value& operand, JSNumberValue& before, JS
         return false;
     }
     operand->asNumber(before, context, receiver);
-    if (context->stopped()) return false;
     const JSNumberValue one = JSNumberValue::of(1.0);
     after = op.atom() == nameAtom(WellKnownName::incrementOperator) ? before.add(one) : before.subtract(one);
     return true;
@@ -321,8 +311,7 @@ JSObject* JSUnaryNode::run(JSContext* context, JSObject* receiver) {
             return value->assign(number.get(), context, receiver);
         }
         case WellKnownName::logicalNotOperator: {
-            const bool truth = truthOf(value, context, receiver);
-            return context->stopped() ? nullptr : context->makeBoolean(!truth, receiver);
+            return context->makeBoolean(!truthOf(value, context, receiver), receiver);
         }
         case WellKnownName::complementOperator: {
             JSNumberValue number;
@@ -356,7 +345,6 @@ JSObject* JSPostfixNode::run(JSContext* context, JSObject* receiver) {
         const Value number(context->makeNumber(after, receiver));
         const Value stored(value->assign(number.get(), context, receiver));
     }
-    if (context->stopped()) return nullptr;
     return context->makeNumber(before, receiver);
 }
 
@@ -398,14 +386,13 @@ namespace {
 // The values of a list as a new array. An entry without a node leaves a hole.
 JSObject* runEntries(const JSEntryListNode& node, JSContext* context, JSObject* receiver) {
     Value array(context->makeArray(receiver));
-    if (context->stopped() || !array) return nullptr;
+    if (!array) return nullptr;
     int32_t position = 0;
     for (const ListRecord* record = node.entries.first; record != nullptr; record = record->next, ++position) {
         if (!record->value) continue;
         const Value value(context->execute(record->value.get(), receiver));
         if (context->stopped()) return nullptr;
         const Value stored(array->setItem(position, value.get(), context, receiver));
-        if (context->stopped()) return nullptr;
     }
     return array.take();
 }

@@ -185,7 +185,7 @@ JSObject* JSSwitchNode::run(JSContext* context, JSObject* receiver) {
         if (context->stopped()) return nullptr;
         if (!label) continue;
         const Match match = matchLabel(label.get(), subject.get(), context, receiver);
-        if (match == Match::failed || context->stopped()) return nullptr;
+        if (match == Match::failed) return nullptr;
         if (match == Match::yes) start = record;
     }
     subject.reset();

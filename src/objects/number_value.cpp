@@ -12,6 +12,8 @@ namespace {
 
 using Kind = JSNumberKind;
 
+// Records that come from the tables. Their double is 0, which is what reading such a number as a number gives; an operand
+// that a table hands on as it is keeps its own.
 constexpr JSNumberValue kNaN = {0.0, Kind::notANumber};
 constexpr JSNumberValue kPlusInfinity = {0.0, Kind::plusInfinity};
 constexpr JSNumberValue kMinusInfinity = {0.0, Kind::minusInfinity};
@@ -65,9 +67,11 @@ JSNumberValue JSNumberValue::subtract(const JSNumberValue& right) const {
         case Kind::finite:
             return right;  // Quirk: 1 minus infinity is plus infinity; the sign stays.
         case Kind::plusInfinity:
-            return right.kind == Kind::notANumber || right.kind == Kind::plusInfinity ? kNaN : *this;
+            if (right.kind == Kind::finite) return *this;
+            return right.kind == Kind::minusInfinity ? kPlusInfinity : kNaN;
         case Kind::minusInfinity:
-            return right.kind == Kind::notANumber || right.kind == Kind::minusInfinity ? kNaN : *this;
+            if (right.kind == Kind::finite) return *this;
+            return right.kind == Kind::plusInfinity ? kMinusInfinity : kNaN;
         default:
             return *this;
     }
@@ -80,10 +84,10 @@ JSNumberValue JSNumberValue::multiply(const JSNumberValue& right) const {
     // Quirk: a negative number times an infinity keeps the infinity's sign; an infinity times a negative number
     // changes it.
     if (kind == Kind::finite) return value == 0.0 ? kNaN : right;
+    const JSNumberValue same = kind == Kind::plusInfinity ? kPlusInfinity : kMinusInfinity;
     const JSNumberValue opposite = kind == Kind::plusInfinity ? kMinusInfinity : kPlusInfinity;
-    if (right.kind == Kind::finite) return right.value == 0.0 ? kNaN : right.value < 0.0 ? opposite : *this;
-    if (right.kind == Kind::plusInfinity) return *this;
-    return opposite;
+    if (right.kind == Kind::finite) return right.value == 0.0 ? kNaN : right.value < 0.0 ? opposite : same;
+    return right.kind == Kind::plusInfinity ? same : opposite;
 }
 
 JSNumberValue JSNumberValue::divide(const JSNumberValue& right) const {
@@ -96,8 +100,7 @@ JSNumberValue JSNumberValue::divide(const JSNumberValue& right) const {
     if (right.kind == Kind::minusInfinity) return kNaN;
     if (right.kind == Kind::plusInfinity) return *this;  // Quirk: infinity by plus infinity is the left one.
     if (right.value == 0.0) return kNaN;
-    if (right.value > 0.0) return *this;
-    return kind == Kind::plusInfinity ? kMinusInfinity : kPlusInfinity;
+    return (right.value > 0.0) == (kind == Kind::plusInfinity) ? kPlusInfinity : kMinusInfinity;
 }
 
 JSNumberValue JSNumberValue::modulo(const JSNumberValue& right) const {

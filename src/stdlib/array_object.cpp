@@ -118,24 +118,21 @@ JSObject* JSArrayObject::sort(JSObject* args, JSContext* ctx, JSObject* receiver
 
 namespace {
 
-// Sorts `count` values with room for as many in `scratch`: runs of one, two, four ... are merged. The later of two
+// Sorts `count` values with room for as many in `scratch`: both halves are sorted and then merged. The later of two
 // values goes first only when the comparison of the earlier with the later answers above 0.
 template <typename Compare>
-void mergeSort(JSObject** values, JSObject** scratch, int32_t count, Compare compare) {
-    for (int64_t width = 1; width < count; width *= 2) {
-        for (int64_t start = 0; start < count; start += 2 * width) {
-            const int64_t middle = std::min<int64_t>(start + width, count);
-            const int64_t end = std::min<int64_t>(start + 2 * width, count);
-            int64_t left = start;
-            int64_t right = middle;
-            for (int64_t place = start; place < end; ++place) {
-                const bool takeRight =
-                    left == middle || (right < end && compare(values[left], values[right]) > 0);
-                scratch[place] = takeRight ? values[right++] : values[left++];
-            }
-        }
-        std::copy(scratch, scratch + count, values);
+void mergeSort(JSObject** values, JSObject** scratch, int32_t count, const Compare& compare) {
+    if (count < 2) return;
+    const int32_t middle = count / 2;
+    mergeSort(values, scratch, middle, compare);
+    mergeSort(values + middle, scratch, count - middle, compare);
+    int32_t left = 0;
+    int32_t right = middle;
+    for (int32_t place = 0; place < count; ++place) {
+        const bool takeRight = left == middle || (right < count && compare(values[left], values[right]) > 0);
+        scratch[place] = takeRight ? values[right++] : values[left++];
     }
+    std::copy(scratch, scratch + count, values);
 }
 
 }  // namespace

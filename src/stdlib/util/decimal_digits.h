@@ -22,9 +22,9 @@ class DecimalDigits {
         return position < 0 || position >= kCount ? u'0' : static_cast<char16_t>(u'0' + digits_[position]);
     }
 
-    // The position of the last digit that is not a zero; 0 for the number 0.
-    int32_t lastSignificant() const {
-        int32_t position = kCount - 1;
+    // The position of the last digit that is not a zero, up to the position `end`; 0 when there is none.
+    int32_t lastSignificant(int64_t end) const {
+        int32_t position = end < kCount ? static_cast<int32_t>(end) : kCount - 1;
         while (position > 0 && digits_[position] == 0) --position;
         return position;
     }

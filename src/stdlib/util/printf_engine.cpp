@@ -245,7 +245,7 @@ void JSPrintfEngine::putDouble(double value) {
         decimals -= hasExponent ? 1 : digits.exponent() + 1;
         if ((flags_ & kAlternative) == 0) {
             const int64_t point = hasExponent ? 0 : digits.exponent();
-            decimals = std::clamp<int64_t>(digits.lastSignificant() - point, 0, decimals);
+            decimals = std::clamp<int64_t>(digits.lastSignificant(point + decimals) - point, 0, decimals);
         }
     }
 
