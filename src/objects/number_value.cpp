@@ -80,10 +80,10 @@ JSNumberValue JSNumberValue::multiply(const JSNumberValue& right) const {
     // Quirk: a negative number times an infinity keeps the infinity's sign; an infinity times a negative number
     // changes it.
     if (kind == Kind::finite) return value == 0.0 ? kNaN : right;
+    const JSNumberValue same = kind == Kind::plusInfinity ? kPlusInfinity : kMinusInfinity;
     const JSNumberValue opposite = kind == Kind::plusInfinity ? kMinusInfinity : kPlusInfinity;
-    if (right.kind == Kind::finite) return right.value == 0.0 ? kNaN : right.value < 0.0 ? opposite : *this;
-    if (right.kind == Kind::plusInfinity) return *this;
-    return opposite;
+    if (right.kind == Kind::finite) return right.value == 0.0 ? kNaN : right.value < 0.0 ? opposite : same;
+    return right.kind == Kind::plusInfinity ? same : opposite;
 }
 
 JSNumberValue JSNumberValue::divide(const JSNumberValue& right) const {
@@ -96,8 +96,7 @@ JSNumberValue JSNumberValue::divide(const JSNumberValue& right) const {
     if (right.kind == Kind::minusInfinity) return kNaN;
     if (right.kind == Kind::plusInfinity) return *this;  // Quirk: infinity by plus infinity is the left one.
     if (right.value == 0.0) return kNaN;
-    if (right.value > 0.0) return *this;
-    return kind == Kind::plusInfinity ? kMinusInfinity : kPlusInfinity;
+    return (kind == Kind::plusInfinity) == (right.value > 0.0) ? kPlusInfinity : kMinusInfinity;
 }
 
 JSNumberValue JSNumberValue::modulo(const JSNumberValue& right) const {
