@@ -304,7 +304,10 @@ JSObject* JSContext::executeLoop(JSNode* init, JSNode* preCondition, JSNode* bod
         const Value value(execute(init, receiver));
         if (stopped()) return nullptr;
     }
+    const bool hasParts = preCondition != nullptr || body != nullptr || postCondition != nullptr || step != nullptr;
     for (;;) {
+        // `for (;;);` runs nothing that would ask, and a host must be able to end it.
+        if (!hasParts && stopped()) return nullptr;
         if (preCondition != nullptr && conditionFails(preCondition, receiver)) return nullptr;
         if (body != nullptr) {
             { const Value value(execute(body, receiver)); }

@@ -1,0 +1,247 @@
+// Contexts of a host in the chain: everything below them asks them, operation by operation.
+#include <gtest/gtest.h>
+
+#include "frontend/nodes.h"
+#include "objects/js_context.h"
+#include "objects/js_property.h"
+#include "support/script_machine.h"
+#include "support/script_text.h"
+#include "support/syntax.h"
+
+namespace quorvelin {
+namespace {
+
+using support::ascii;
+
+// A context of a host: keeps messages, can stop the walk, and counts what it is asked.
+class HostContext final : public JSContext {
+  public:
+    using JSContext::reportError;
+
+    explicit HostContext(JSContext* parent) : JSContext(parent) {}
+
+    void reportError(const BString& message) override {
+        messages += ascii(message) + "; ";
+        if (passesMessagesOn) JSContext::reportError(message);
+    }
+    bool isStopped() override {
+        ++questions;
+        if (patience > 0 && questions >= patience) return true;
+        return JSContext::isStopped();
+    }
+    void setPosition(int32_t line, int32_t column) override {
+        lastLine = line;
+        JSContext::setPosition(line, column);
+    }
+    JSObject* makeNumber(const JSNumberValue& value, JSObject* receiver) override {
+        ++numbers;
+        return JSContext::makeNumber(value, receiver);
+    }
+    JSObject* makeString(const BString& text, JSObject* receiver) override {
+        ++strings;
+        return JSContext::makeString(text, receiver);
+    }
+
+    std::string messages;
+    bool passesMessagesOn = true;
+    int64_t questions = 0;
+    int64_t patience = 0;  // after so many questions the walk is stopped; 0 for never
+    int numbers = 0;
+    int strings = 0;
+    int32_t lastLine = -1;
+};
+
+class HostContexts : public support::ScriptTest {
+  protected:
+    void TearDown() override {
+        context.reset();
+        ScriptTest::TearDown();
+    }
+    std::string call(const Value& made, JSContext* under, JSObject* arguments = nullptr) {
+        return describe(Value(made->call(arguments, under, nullptr)).get(), under);
+    }
+    Owned<HostContext> context{new HostContext(ctx())};
+};
+
+TEST_F(HostContexts, FunctionCalledWithAContextSeesItsNames) {
+    const Value stored(
+        context->JSObject::setMember(BString(u"setting"), number(7).get(), context.get(), nullptr));
+    EXPECT_EQ(call(function(u"return setting;"), context.get()), "number 7");
+    EXPECT_EQ(call(function(u"return setting;"), ctx()), "null");
+}
+
+TEST_F(HostContexts, TextIsRunInTheContext) {
+    const Value stored(
+        context->JSObject::setMember(BString(u"setting"), number(7).get(), context.get(), nullptr));
+    EXPECT_EQ(describe(Value(context->evaluateText(BString(u"setting + 1"), nullptr)).get()), "number 8");
+    const Value value(context->evaluateText(BString(u"var made = 3; setting = 9; other = 4"), nullptr));
+    EXPECT_EQ(run(u"typeof setting + made + other"), "string undefined34") << "var is declared up the chain";
+    EXPECT_EQ(describe(Value(context->getMember(BString(u"setting"), context.get(), nullptr)).get()),
+              "number 9");
+}
+
+TEST_F(HostContexts, MessagesFromBelowReachTheContextAndThenTheRoot) {
+    EXPECT_EQ(call(function(u"(void 0).x; return 5;"), context.get()), "number 5");
+    EXPECT_EQ(context->messages, "wrong object; ");
+    EXPECT_EQ(messages(), "wrong object");
+    context->passesMessagesOn = false;
+    call(function(u"o = new Object(); o.m = Function('(void 0)();'); o.m(); delete o;"), context.get());
+    EXPECT_EQ(context->messages, "wrong object; wrong object; ");
+    EXPECT_EQ(messages(), "");
+}
+
+TEST_F(HostContexts, MessagesOfTheMachineItselfDoNotPassThroughTheContext) {
+    run(u"(void 0).x");
+    EXPECT_EQ(context->messages, "");
+    EXPECT_EQ(messages(), "wrong object");
+}
+
+TEST_F(HostContexts, IsStoppedIsAskedByEverythingThatRunsBelow) {
+    call(function(u"return 1;"), context.get());
+    const int64_t onlyReturn = context->questions;
+    EXPECT_GT(onlyReturn, 0);
+    context->questions = 0;
+    call(function(u"a = 1; b = 2; c = a + b; return c;"), context.get());
+    EXPECT_GT(context->questions, onlyReturn);
+}
+
+TEST_F(HostContexts, HostInterruptsAnEndlessLoop) {
+    for (const char16_t* body : {u"for (;;) ;", u"while (1) n = n + 1;", u"do n = n + 1; while (1);",
+                                 u"for (;;) { switch (1) { case 1: n = 2; } }"}) {
+        run(u"n = 0");
+        context->questions = 0;
+        context->patience = 1000;
+        EXPECT_EQ(call(function(body), context.get()), "null");
+        EXPECT_GE(context->questions, 1000);
+        context->patience = 0;
+    }
+    EXPECT_EQ(run(u"5"), "number 5") << "the machine itself was never stopped";
+}
+
+TEST_F(HostContexts, EveryMomentOfInterruptionIsSurvived) {
+    const char16_t* body =
+        u"var o = new Object(); o.v = [1, 'two', 3]; o.m = Function('a', 'b', 'return this.v[a] + b;');"
+        u"var s = ''; for (var i = 0; i < 3; i++) { if (i == 1) continue; s += o.m(i, '!'); }"
+        u"switch (s) { case '1!3!': s = -1; break; default: s = 2; } with (o) { v = s++; }"
+        u"x = new Array(3); x.length = 1; x[0]++; delete x; x = s ? 1 || 0 : 1 && 0; return s + 5;";
+    const Value made = function(body);
+    context->questions = 0;
+    ASSERT_EQ(call(made, context.get()), "number 5");
+    const int64_t all = context->questions;
+    int64_t interrupted = 0;
+    for (context->patience = 1; context->patience <= all; ++context->patience) {
+        context->questions = 0;
+        const std::string result = call(made, context.get());
+        // The last questions come when the value has been handed back already.
+        EXPECT_TRUE(result == "null" || result == "number 5") << result << " at " << context->patience;
+        interrupted += result == "null";
+    }
+    EXPECT_GT(interrupted, all * 9 / 10);
+    messages();
+}
+
+TEST_F(HostContexts, PositionsPassThroughTheContext) {
+    call(function(u"\n\n(void 0).x;"), context.get());
+    EXPECT_EQ(messagesWithPositions().substr(0, 2), "3:");
+    EXPECT_GE(context->lastLine, 0);
+}
+
+TEST_F(HostContexts, FactoriesPassThroughTheContext) {
+    call(function(u"return 'a' + 1 * 2;"), context.get());
+    EXPECT_GT(context->numbers, 0);
+    EXPECT_GT(context->strings, 0);
+    const int numbers = context->numbers;
+    run(u"1 + 1");
+    EXPECT_EQ(context->numbers, numbers);
+}
+
+TEST_F(HostContexts, ContextCanBeTheThisObjectsHome) {
+    const Value object = plainObject();
+    const Value stored(object->setMember(BString(u"v"), number(6).get(), ctx(), nullptr));
+    const Value method = function(u"return this.v;");
+    EXPECT_EQ(
+        describe(
+            Value(context->callWithThis(object.get(), method.get(), nullptr, context.get(), nullptr)).get()),
+        "number 6");
+}
+
+TEST_F(HostContexts, ContextIsReleasedAfterTheCall) {
+    const Value made = function(u"return 1;");
+    const int32_t machineHolders = machine->refCount();
+    for (int i = 0; i < 100; ++i) call(made, context.get());
+    EXPECT_EQ(context->refCount(), 0);
+    EXPECT_EQ(machine->refCount(), machineHolders);
+    context.reset();
+    EXPECT_EQ(machine->refCount(), machineHolders - 1) << "the context held its parent";
+}
+
+// ---- A context without a machine above it ----
+
+class RootContext final : public JSContext {
+  public:
+    using JSContext::reportError;
+
+    RootContext() : JSContext(nullptr) {}
+    void reportError(const BString& message) override { messages += ascii(message) + "; "; }
+    std::string messages;
+};
+
+TEST_F(HostContexts, FunctionStatementUnderARootThatIsNoMachineIsRefused) {
+    const Owned<RootContext> root(new RootContext());
+    EXPECT_FALSE(Value(function(u"function inner() {}")->call(nullptr, root.get(), nullptr)));
+    EXPECT_EQ(root->messages, "local function; can't init context; ");
+}
+
+TEST_F(HostContexts, VariableUnderARootThatIsNoMachineIsDeclaredInTheCall) {
+    const Owned<RootContext> root(new RootContext());
+    const Value made = function(u"var o; o.x = 1; return o;");
+    const Value object(made->call(nullptr, root.get(), nullptr));
+    EXPECT_EQ(root->messages, "");
+    ASSERT_TRUE(object);
+    EXPECT_TRUE(object->hasMember(BString(u"x"), root.get(), nullptr));
+    EXPECT_EQ(object->memberType(BString(u"x"), root.get(), nullptr), JSValueType::undefined)
+        << "such a root makes plain objects, but no numbers";
+}
+
+TEST_F(HostContexts, TextUnderARootThatIsNoMachineDeclaresNothing) {
+    const Owned<RootContext> root(new RootContext());
+    EXPECT_FALSE(Value(root->evaluateText(BString(u"var x = 1;"), nullptr)));
+    EXPECT_EQ(root->memberCount(root.get(), nullptr), 0);
+    EXPECT_EQ(root->messages, "");
+}
+
+// ---- A machine class of a host that takes operations over ----
+
+class StrictMachine final : public support::RecordingMachine {
+  public:
+    explicit StrictMachine(std::shared_ptr<support::Transcript> transcript)
+        : RecordingMachine(std::move(transcript)) {
+        askEveryContext();
+    }
+    bool isStopped() override { return stop || RecordingMachine::isStopped(); }
+    void reportError(const BString& message) override {
+        RecordingMachine::reportError(message);
+        stop = true;
+    }
+    bool stop = false;
+};
+
+TEST_F(HostContexts, MachineClassThatStopsAtTheFirstMessage) {
+    const auto said = std::make_shared<support::Transcript>();
+    const Owned<StrictMachine> strict(new StrictMachine(said));
+    const Value value(strict->evaluateText(BString(u"a = 1; (void 0).x; a = 2"), nullptr));
+    EXPECT_FALSE(value);
+    EXPECT_EQ(said->takeMessages(), "wrong object");
+    strict->stop = false;
+    EXPECT_EQ(describe(Value(strict->getMember(BString(u"a"), strict.get(), nullptr)).get(), strict.get()),
+              "number 1");
+    const Value made(
+        strict->evaluateText(BString(u"f = Function('(void 0).y; a = 3;'); f(); a = 4"), nullptr));
+    EXPECT_EQ(said->takeMessages(), "wrong object");
+    strict->stop = false;
+    EXPECT_EQ(describe(Value(strict->getMember(BString(u"a"), strict.get(), nullptr)).get(), strict.get()),
+              "number 1");
+}
+
+}  // namespace
+}  // namespace quorvelin

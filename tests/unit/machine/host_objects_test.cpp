@@ -1,0 +1,311 @@
+// Objects of a host as globals: what they are asked, in which order, and what scripts see of them.
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "objects/member_request.h"
+#include "support/script_machine.h"
+#include "support/script_text.h"
+
+namespace quorvelin {
+namespace {
+
+using support::ascii;
+
+// Answers the members that it was given, and keeps every request as a word and the name: "get x; set x=5; ".
+class HostObject final : public JSObject {
+  public:
+    explicit HostObject(support::Transcript& transcript) : transcript_(transcript) {}
+
+    bool dispatchMember(JSMemberRequest& request) override {
+        static const char* const kOps[] = {"exists", "type", "get", "set", "call"};
+        const std::string name = ascii(*request.name);
+        std::string entry = std::string(kOps[static_cast<uint32_t>(request.op)]) + " " + name;
+        const bool isMine = members_.count(name) != 0;
+        if (request.op == JSRequestOp::set || request.op == JSRequestOp::call) {
+            entry += "=" + (request.argument == nullptr ? "nothing"
+                                                        : support::asString(request.argument, request.ctx));
+        }
+        transcript_.printed.push_back(entry);
+        if (!isMine) return fallsToBase ? JSObject::dispatchMember(request) : false;
+        Value& value = members_[name];
+        switch (request.op) {
+            case JSRequestOp::exists:
+                return true;
+            case JSRequestOp::type:
+                request.type = value ? value->valueType(nullptr, nullptr) : JSValueType::undefined;
+                return true;
+            case JSRequestOp::get:
+                request.result = Value::share(value.get()).take();
+                return true;
+            case JSRequestOp::set:
+                value = Value::share(request.argument);
+                if (request.argument != nullptr) {
+                    value = Value(request.argument->asObject(request.ctx, request.receiver));
+                }
+                request.result = Value::share(request.argument).take();
+                return true;
+            case JSRequestOp::call:
+                request.result = request.ctx->makeString(BString(u"called"), request.receiver);
+                return true;
+        }
+        return false;
+    }
+
+    void give(const std::string& name, const Value& value) { members_[name] = Value::share(value.get()); }
+
+    bool fallsToBase = true;
+
+  private:
+    support::Transcript& transcript_;
+    std::map<std::string, Value> members_;
+};
+
+class HostObjects : public support::ScriptTest {
+  protected:
+    HostObjects() {
+        host->give("x", number(5));
+        host->give("nothing", Value());
+        setGlobal(u"host", host.get());
+        printed();
+    }
+
+    // The requests that a script leads to.
+    std::string requests(std::u16string_view script) {
+        printed();
+        run(script);
+        return printed();
+    }
+
+    Owned<HostObject> host{new HostObject(*transcript)};
+};
+
+// ---- What is asked ----
+
+TEST_F(HostObjects, ReadingAMemberAsksForItsTypeAndThenForTheMember) {
+    EXPECT_EQ(run(u"host.x"), "number 5");
+    EXPECT_EQ(printed(), "type x; get x");
+}
+
+TEST_F(HostObjects, NothingIsAskedUntilAReferenceIsUsed) {
+    const Value reference = evaluate(u"host.x");
+    EXPECT_EQ(printed(), "");
+    reference->asBoolean(ctx(), nullptr);
+    EXPECT_EQ(printed(), "get x");
+}
+
+TEST_F(HostObjects, WritingAMemberAsksOnce) {
+    EXPECT_EQ(requests(u"host.x = 6"), "set x=6");
+    run(u"host.x = 'text'");
+    EXPECT_EQ(printed(), "set x=text");
+    EXPECT_EQ(run(u"host.x"), "string text");
+    printed();
+}
+
+TEST_F(HostObjects, CallingAMemberAsksOnceAndHandsTheArgumentsOver) {
+    EXPECT_EQ(run(u"host.x(1, 'two')"), "string called");
+    EXPECT_EQ(printed(), "call x=1,two");
+    run(u"host.x()");
+    EXPECT_EQ(printed(), "call x=");
+}
+
+TEST_F(HostObjects, OperatorAsksForTheOverloadThenTypeThenValue) {
+    EXPECT_EQ(run(u"host.x + 1"), "number 6");
+    // The member, to ask it for an operator of its own; its type; its value.
+    EXPECT_EQ(printed(), "get x; type x; get x");
+}
+
+TEST_F(HostObjects, OperatorOnTheObjectItselfAsksForItsOverload) {
+    host->give("operator$*", number(0));
+    EXPECT_EQ(run(u"host * 'right'"), "string called");
+    EXPECT_EQ(printed(), "exists operator$*; call operator$*=right");
+    EXPECT_EQ(run(u"host - 1"), "number -1");
+    EXPECT_EQ(printed(), "exists operator$-");
+}
+
+TEST_F(HostObjects, StepReadsTypeAndValueAndWrites) {
+    EXPECT_EQ(run(u"host.x++"), "number 5");
+    EXPECT_EQ(printed(), "type x; get x; set x=6");
+    EXPECT_EQ(run(u"--host.x"), "number 5");
+    EXPECT_EQ(printed(), "type x; get x; set x=5");
+}
+
+TEST_F(HostObjects, CompoundAssignmentReadsAndWrites) {
+    EXPECT_EQ(run(u"host.x += 2"), "number 7");
+    EXPECT_EQ(printed(), "get x; type x; get x; set x=7");
+}
+
+TEST_F(HostObjects, TypeofAsksForTheTypeAlone) {
+    EXPECT_EQ(run(u"typeof host.x"), "string number");
+    EXPECT_EQ(printed(), "type x");
+    EXPECT_EQ(run(u"typeof host.unknown"), "string undefined");
+    EXPECT_EQ(printed(), "type unknown");
+}
+
+TEST_F(HostObjects, ConditionAsksForTheMemberAlone) {
+    EXPECT_EQ(run(u"if (host.x) 'yes'; else 'no';"), "string yes");
+    EXPECT_EQ(printed(), "get x");
+}
+
+TEST_F(HostObjects, DeletingNeverReachesTheDispatch) {
+    EXPECT_EQ(run(u"delete host.x; typeof host.x"), "string number");
+    EXPECT_EQ(printed(), "type x");
+}
+
+TEST_F(HostObjects, WritingThroughAMissingMemberMakesAPlainObjectThere) {
+    EXPECT_EQ(requests(u"host.nothing.y = 1; 2"), "get nothing; set nothing=[object Array]; get nothing");
+    EXPECT_EQ(run(u"host.nothing.y"), "number 1");
+    printed();
+}
+
+TEST_F(HostObjects, OwnPropertyIsFoundBeforeTheDispatchIsAsked) {
+    const Value stored(host->JSObject::setMember(BString(u"own"), number(1).get(), ctx(), nullptr));
+    printed();
+    EXPECT_EQ(run(u"host.own"), "number 1");
+    EXPECT_EQ(run(u"host.own = 2; host.own"), "number 2");
+    EXPECT_EQ(printed(), "");
+}
+
+TEST_F(HostObjects, ANameThatTheObjectDoesNotAnswerBecomesAProperty) {
+    EXPECT_EQ(requests(u"host.fresh = 3; 1"), "set fresh=3");
+    EXPECT_EQ(run(u"host.fresh"), "number 3");
+    EXPECT_EQ(printed(), "");
+    EXPECT_EQ(host->memberCount(ctx(), nullptr), 1);
+}
+
+TEST_F(HostObjects, NamesOfTheRootClassComeFromTheBase) {
+    EXPECT_EQ(run(u"host.length"), "number 0");
+    EXPECT_EQ(printed(), "type length; get length");
+    host->fallsToBase = false;
+    EXPECT_EQ(run(u"host.length"), "undefined");
+    printed();
+}
+
+TEST_F(HostObjects, WithAsksWhetherTheNameExistsBeforeEachOperation) {
+    EXPECT_EQ(requests(u"with (host) { x = 1; }"), "exists x; set x=1");
+    EXPECT_EQ(requests(u"with (host) { free = 1; } 2"), "exists free");
+    EXPECT_EQ(globalText(u"free"), "number 1");
+    printed();
+}
+
+TEST_F(HostObjects, MethodCallPutsTheObjectBehindTheChain) {
+    run(u"host.ask = Function('return x;')");
+    printed();
+    EXPECT_EQ(run(u"host.ask()"), "number 5");
+    const std::string asked = printed();
+    EXPECT_NE(asked.find("exists x; get x"), std::string::npos) << asked;
+}
+
+TEST_F(HostObjects, RequestCarriesContextAndReceiver) {
+    struct Witness final : JSObject {
+        bool dispatchMember(JSMemberRequest& request) override {
+            context = request.ctx;
+            receiver = request.receiver;
+            return false;
+        }
+        JSContext* context = nullptr;
+        JSObject* receiver = nullptr;
+    };
+    const Owned<Witness> witness(new Witness());
+    setGlobal(u"witness", witness.get());
+    run(u"witness.call()");
+    EXPECT_EQ(witness->context, ctx());
+    EXPECT_EQ(witness->receiver, nullptr);
+    run(u"new witness.Make()");
+    EXPECT_NE(witness->receiver, nullptr) << "the cell of the new";
+}
+
+// ---- Objects that override whole operations ----
+
+// A counter of the host: a number for scripts, that can be called and assigned to.
+class HostCounter final : public JSObject {
+  public:
+    JSValueType valueType(JSContext*, JSObject*) override { return JSValueType::number; }
+    void asNumber(JSNumberValue& out, JSContext*, JSObject*) override { out = JSNumberValue::of(count); }
+    JSObject* assign(JSObject* value, JSContext* ctx, JSObject* receiver) override {
+        JSNumberValue number;
+        value->asNumber(number, ctx, receiver);
+        count = number.value;
+        return shared();
+    }
+    JSObject* call(JSObject* args, JSContext* ctx, JSObject* receiver) override {
+        count += args != nullptr ? args->memberCount(ctx, receiver) : 0;
+        return shared();
+    }
+    double count = 1;
+};
+
+TEST_F(HostObjects, ObjectThatIsANumberTakesPartInArithmetic) {
+    const Owned<HostCounter> counter(new HostCounter());
+    host->give("counter", Value::share(counter.get()));
+    EXPECT_EQ(run(u"host.counter + 1"), "number 2");
+    EXPECT_EQ(run(u"typeof host.counter"), "string number");
+    EXPECT_EQ(run(u"'' + host.counter"), "string 1");
+    EXPECT_EQ(run(u"host.counter == 1"), "boolean true");
+    EXPECT_EQ(run(u"host.counter ? 1 : 2"), "number 1");
+    EXPECT_EQ(run(u"-host.counter"), "number -1");
+    printed();
+}
+
+TEST_F(HostObjects, GlobalThatIsANumberIsCopiedAtTheFirstAssignment) {
+    const Owned<HostCounter> counter(new HostCounter());
+    setGlobal(u"counter", counter.get());
+    EXPECT_EQ(counter->refCount(), 1) << "a new global holds the object itself";
+    run(u"counter = 7");
+    EXPECT_EQ(counter->count, 1);
+    EXPECT_EQ(counter->refCount(), 0);
+}
+
+TEST_F(HostObjects, ObjectThatCanBeCalledIsCalledByItsName) {
+    const Owned<HostCounter> counter(new HostCounter());
+    setGlobal(u"count", counter.get());
+    run(u"count(); count(1, 2, 3)");
+    EXPECT_EQ(counter->count, 4);
+}
+
+// A cell-like object: the receiver of a `new` is one, and a host can hand its own to an evaluation.
+TEST_F(HostObjects, ReceiverOfAnEvaluationIsWhatConstructorsFill) {
+    const Owned<HostCounter> counter(new HostCounter());
+    const Value value(machine->evaluateText(BString(u"Number(12)"), counter.get()));
+    EXPECT_EQ(describe(value.get()), "number 12");
+    EXPECT_EQ(counter->count, 12);
+}
+
+// A list of the host whose elements are made when they are asked for.
+class HostList final : public JSObject {
+  public:
+    JSObject* getItem(int32_t index, JSContext* ctx, JSObject* receiver) override {
+        return index < 0 || index > 4 ? nullptr : ctx->makeNumber(JSNumberValue::of(index * index), receiver);
+    }
+    int32_t memberCount(JSContext*, JSObject*) override { return 5; }
+    JSObject* memberAt(int32_t index, JSContext* ctx, JSObject* receiver) override {
+        return getItem(index, ctx, receiver);
+    }
+    int32_t getLength(JSObject*) override { return 5; }
+};
+
+TEST_F(HostObjects, ListOfTheHostIsIndexedLikeAnArray) {
+    setGlobal(u"squares", Value(new HostList()).get());
+    EXPECT_EQ(run(u"squares[3]"), "number 9");
+    EXPECT_EQ(run(u"squares.length"), "number 5");
+    EXPECT_EQ(run(u"typeof squares[9]"), "string undefined");
+    EXPECT_EQ(run(u"s = 0; for (i = 0; i < squares.length; i++) s += squares[i]; s"), "number 30");
+}
+
+TEST_F(HostObjects, ListOfTheHostCanBeTheArguments) {
+    const Value squares(new HostList());
+    const Value sum = function(u"return a + b * arguments.length;", u"a", u"b");
+    EXPECT_EQ(describe(Value(sum->call(squares.get(), ctx(), nullptr)).get()), "number 5");
+}
+
+TEST_F(HostObjects, HostObjectIsReleasedWithItsMember) {
+    EXPECT_EQ(host->refCount(), 1);
+    run(u"o = new Object(); o.h = host; a = [host, host]");
+    EXPECT_EQ(host->refCount(), 4);
+    run(u"delete o; a = 0; delete host");
+    EXPECT_EQ(host->refCount(), 0);
+    printed();
+}
+
+}  // namespace
+}  // namespace quorvelin
