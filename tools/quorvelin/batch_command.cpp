@@ -1,15 +1,17 @@
 #include "quorvelin/batch_command.h"
 
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstring>
-#include <istream>
+#include <new>
 #include <nlohmann/json.hpp>
-#include <ostream>
-#include <string>
-#include <string_view>
 
 #include "foundation/character.h"
 #include "foundation/stream.h"
-#include "quorvelin/observed_kernel.h"
+#include "quorvelin/files.h"
+#include "quorvelin/script_session.h"
 #include "quorvelin/text_encoding.h"
 
 namespace quorvelin::tool {
@@ -18,10 +20,22 @@ namespace {
 
 using nlohmann::ordered_json;
 
-std::string quoted(const BString& text) { return jsonString(unitsOf(text)); }
+std::string quoted(const BString& text) {
+    return jsonString(unitsOf(text), ControlEscapes::numbers);
+}
 
-// JSON for the parser of the library, which takes no lone surrogates: each escape of a surrogate, and of U+0000, becomes
-// U+0000 followed by its four digits.
+bool isHexadecimal(std::string_view digits) {
+    return digits.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
+}
+
+// The digits of an escape that `hideSurrogates` hides.
+bool isHidden(std::string_view digits) {
+    const bool isSurrogate = (digits[0] == 'd' || digits[0] == 'D') && digits[1] >= '8';
+    return digits == "0000" || (isSurrogate && isHexadecimal(digits));
+}
+
+// JSON for the parser of the library, which takes no lone surrogates: each escape of a surrogate, and of
+// U+0000, becomes U+0000 followed by its four digits.
 std::string hideSurrogates(std::string_view json) {
     std::string out;
     for (size_t i = 0; i < json.size(); ++i) {
@@ -30,10 +44,7 @@ std::string hideSurrogates(std::string_view json) {
             continue;
         }
         const std::string_view escape = json.substr(i, 6);
-        const bool hidden = escape.size() == 6 && escape[1] == 'u' &&
-                            (escape.substr(2) == "0000" || ((escape[2] == 'd' || escape[2] == 'D') &&
-                                                            std::strchr("89abcdefABCDEF", escape[3]) != nullptr));
-        if (hidden) {
+        if (escape.size() == 6 && escape[1] == 'u' && isHidden(escape.substr(2))) {
             out.append("\\u0000").append(escape.substr(2));
             i += 5;
         } else {
@@ -85,13 +96,6 @@ class RunRecord final : public MachineObserver {
     std::string printed_;
 };
 
-const char* typeWord(JSValueType type) {
-    static constexpr const char* kWords[] = {"undefined", "string",   "number",    "boolean",
-                                             "object",    "function", "expression"};
-    const auto index = static_cast<uint32_t>(type);
-    return index < std::size(kWords) ? kWords[index] : "undefined";
-}
-
 // Completion and position come first: the conversions that follow may run script code.
 std::string resultOf(JSKernel& machine, const Value& value, RunRecord& record) {
     int32_t line = 0;
@@ -129,33 +133,65 @@ std::string performRun(JSKernel& machine, const ordered_json& run, RunRecord& re
     return "{\"error\":\"not a run\"}";
 }
 
+// What a case goes by is a text or a number.
+std::string shownIdentifier(const ordered_json& identifier) {
+    return identifier.is_string() ? quoted(textOf(identifier.get<std::string>())) : identifier.dump();
+}
+
 std::string performCase(const ordered_json& testCase) {
     RunRecord record;
     const Owned<ObservedKernel> machine(new ObservedKernel(&record));
+    if (!machine) throw std::bad_alloc();
     std::string runs;
     for (const ordered_json& run : testCase["runs"]) {
         if (!runs.empty()) runs += ',';
         runs += performRun(*machine, run, record);
     }
-    return "{\"id\":" + testCase["id"].dump(-1, ' ', true) + ",\"runs\":[" + runs + "]}";
+    return "{\"id\":" + shownIdentifier(testCase["id"]) + ",\"runs\":[" + runs + "]}";
+}
+
+bool isTestCase(const ordered_json& line) {
+    return line.is_object() && line.contains("id") && (line["id"].is_string() || line["id"].is_number()) &&
+           line.contains("runs") && line["runs"].is_array();
 }
 
 }  // namespace
 
-bool runBatch(std::istream& in, std::ostream& out) {
-    bool allCases = true;
-    for (std::string line; std::getline(in, line);) {
-        if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-        const ordered_json testCase = ordered_json::parse(hideSurrogates(line), nullptr, false);
-        if (!testCase.is_object() || !testCase.contains("id") || !testCase.contains("runs") ||
-            !testCase["runs"].is_array()) {
-            out << "{\"error\":\"not a case\"}" << std::endl;
-            allCases = false;
-            continue;
-        }
-        out << performCase(testCase) << std::endl;
+std::string answerBatchLine(std::string_view line, bool* isCase) {
+    const ordered_json testCase = ordered_json::parse(hideSurrogates(line), nullptr, false);
+    *isCase = isTestCase(testCase);
+    return *isCase ? performCase(testCase) : "{\"error\":\"not a case\"}";
+}
+
+ExitStatus runBatch(LineReader& in, const ProgramOutput& output) {
+    ExitStatus status = kFine;
+    while (!output.results.isClosed()) {
+        const std::optional<std::string> line = in.next();
+        if (!line) break;
+        if (line->find_first_not_of(" \t\r") == std::string::npos) continue;
+        bool isCase = false;
+        output.results.write(answerBatchLine(*line, &isCase) + '\n');
+        output.results.flush();
+        if (!isCase) status = kUnusable;
     }
-    return allCases;
+    if (in.failure() == 0) return status;
+    showFileMessage(output.messages, kStandardStream, std::strerror(in.failure()));
+    return kUnusable;
+}
+
+CommandAction declareBatch(CLI::App& arguments) {
+    arguments.footer(
+        "Reads cases from standard input and writes a result for each, as soon as it is there:\n"
+        "  {\"id\": \"a\", \"runs\": [\"1 + 1\"]}\n"
+        "Each case has a machine of its own, on which its runs happen in turn. A run is a text, "
+        "{\"stream\": [UNIT, ...]}\n"
+        "or {\"reset\": true}. A line that is no case is answered with {\"error\": ...}, and the exit status "
+        "is "
+        "then 2.");
+    return [](const ProgramOutput& output) {
+        LineReader in(STDIN_FILENO);
+        return runBatch(in, output);
+    };
 }
 
 }  // namespace quorvelin::tool

@@ -1,12 +1,19 @@
 // The batch protocol: cases in, results out, one JSON object a line, for tests and for other programs.
 #pragma once
 
-#include <iosfwd>
+#include <string_view>
+
+#include "quorvelin/command.h"
+#include "quorvelin/line_reader.h"
 
 namespace quorvelin::tool {
 
-// Answers each case of `in` with a line on `out`, in the same order. A line that is no case is answered with an object that
-// holds `error`. False when there was such a line.
-bool runBatch(std::istream& in, std::ostream& out);
+// The line, without its end, that answers a line of input: the results of a case, or an object that holds
+// `error` when the line is no case; `isCase` tells which. Every case has a machine of its own.
+std::string answerBatchLine(std::string_view line, bool* isCase);
+
+// Answers each line of `in`, blank ones aside, in the same order, and hands each answer on at once.
+// `kUnusable` when a line was no case or the input could not be read.
+ExitStatus runBatch(LineReader& in, const ProgramOutput& output);
 
 }  // namespace quorvelin::tool

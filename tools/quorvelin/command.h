@@ -29,6 +29,13 @@ struct Command {
     CommandAction (*declare)(CLI::App& arguments);
 };
 
+// What `--help` says about FILE.
+extern const char* const kFileHelp;
+
+CommandAction declareRun(CLI::App& arguments);
+CommandAction declareEval(CLI::App& arguments);
+CommandAction declareRepl(CLI::App& arguments);
+CommandAction declareBatch(CLI::App& arguments);
 CommandAction declareTokens(CLI::App& arguments);
 CommandAction declareTree(CLI::App& arguments);
 CommandAction declareFormat(CLI::App& arguments);

@@ -57,11 +57,14 @@ void showSourceLine(Output& messages, std::u16string_view line, size_t index) {
 }
 
 // The message of an error node starts with its position, which is shown in another form here.
-std::u16string_view reasonOf(const JSErrorNode& error) {
-    const std::u16string_view message = unitsOf(error.message);
+std::u16string_view reasonOf(std::u16string_view message) {
     constexpr std::u16string_view kEndOfPosition = u"): ";
     const size_t end = message.find(kEndOfPosition);
     return end == std::u16string_view::npos ? message : message.substr(end + kEndOfPosition.size());
+}
+
+std::string placeName(std::string_view name, int32_t line, int32_t column) {
+    return std::string(name) + ":" + std::to_string(line) + ":" + std::to_string(column);
 }
 
 }  // namespace
@@ -72,15 +75,22 @@ void showDiagnostic(Output& messages, std::string_view name, const SourceText& s
         showFileMessage(messages, name, shownOnOneLine(message));
         return;
     }
-    const std::string position = ":" + std::to_string(line) + ":" + std::to_string(column);
-    showFileMessage(messages, std::string(name) + position, shownOnOneLine(message));
+    showFileMessage(messages, placeName(name, line, column), shownOnOneLine(message));
     const SourceText::Place place = source.placeOf(line, column);
     showSourceLine(messages, source.line(place.line), place.index);
 }
 
+void showUnseenPlace(Output& messages, std::string_view name, int32_t line, int32_t column,
+                     std::u16string_view message) {
+    constexpr std::u16string_view kSyntaxError = u"Error(Ln ";
+    if (message.starts_with(kSyntaxError)) message = reasonOf(message);
+    showFileMessage(messages, placeName(name, line, column), shownOnOneLine(message));
+    messages.write("    (in a text compiled at run time)\n");
+}
+
 void showSyntaxError(Output& messages, std::string_view name, const SourceText& source,
                      const JSErrorNode& error) {
-    showDiagnostic(messages, name, source, error.line, error.column, reasonOf(error));
+    showDiagnostic(messages, name, source, error.line, error.column, reasonOf(unitsOf(error.message)));
 }
 
 }  // namespace quorvelin::tool

@@ -17,7 +17,12 @@ namespace quorvelin::tool {
 void showDiagnostic(Output& messages, std::string_view name, const SourceText& source, int32_t line,
                     int32_t column, std::u16string_view message);
 
-// The same for what the parser found.
+// "NAME:LINE:COLUMN: MESSAGE" for a place in a text that nobody has: one that a script compiled while it ran.
+// The line behind the message says so.
+void showUnseenPlace(Output& messages, std::string_view name, int32_t line, int32_t column,
+                     std::u16string_view message);
+
+// Shows what the parser found in a script.
 void showSyntaxError(Output& messages, std::string_view name, const SourceText& source,
                      const JSErrorNode& error);
 

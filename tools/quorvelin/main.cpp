@@ -8,6 +8,7 @@
 #include <new>
 
 #include "quorvelin/command.h"
+#include "quorvelin/deep_stack.h"
 #include "quorvelin/files.h"
 
 namespace quorvelin::tool {
@@ -15,6 +16,10 @@ namespace quorvelin::tool {
 namespace {
 
 constexpr Command kCommands[] = {
+    {"run", "Run a script", declareRun},
+    {"eval", "Run a text and show its result", declareEval},
+    {"repl", "Read lines, run them and show their results", declareRepl},
+    {"batch", "Run cases that another program writes, one JSON object a line", declareBatch},
     {"tokens", "Show the tokens of a script", declareTokens},
     {"tree", "Show the syntax tree of a script", declareTree},
     {"format", "Write a script back in the form of its tree", declareFormat},
@@ -59,12 +64,14 @@ int main(int argumentCount, char** arguments) {
     std::signal(SIGPIPE, SIG_IGN);
     Output results(STDOUT_FILENO);
     Output messages(STDERR_FILENO);
-    int status = kUnusable;
-    try {
-        status = runProgram(argumentCount, arguments, {results, messages});
-    } catch (const std::bad_alloc&) {
-        messages.write("quorvelin: out of memory\n");
-    }
+    int status = runOnDeepStack([&]() -> int {
+        try {
+            return runProgram(argumentCount, arguments, {results, messages});
+        } catch (const std::bad_alloc&) {
+            messages.write("quorvelin: out of memory\n");
+            return kUnusable;
+        }
+    });
     if (!results.flush()) {
         showFileMessage(messages, "standard output", std::strerror(results.failure()));
         status = kUnusable;

@@ -25,6 +25,8 @@ void ObservedKernel::reportError(const BString& message) {
     JSKernel::reportError(message);
 }
 
-JSObject* ObservedKernel::makeConsole(JSContext*, JSObject*) { return new ObservedConsole(observer_); }
+JSObject* ObservedKernel::makeConsole(JSContext*, JSObject*) {
+    return new ObservedConsole(observer_);
+}
 
 }  // namespace quorvelin::tool

@@ -1,4 +1,5 @@
-// The program's machine: a machine that tells somebody of every message and of every line that a script prints.
+// The program's machine: a machine that tells somebody of every message and of every line that a script
+// prints.
 #pragma once
 
 #include "machine/kernel.h"

@@ -12,6 +12,8 @@ constexpr size_t kPiece = 64 * 1024;
 
 }  // namespace
 
+Output::Output(int descriptor) : descriptor_(descriptor), isTerminal_(::isatty(descriptor) != 0) {}
+
 void Output::write(std::string_view bytes) {
     if (text_ != nullptr) {
         text_->append(bytes);
@@ -19,7 +21,7 @@ void Output::write(std::string_view bytes) {
     }
     if (closed_) return;
     buffer_.append(bytes);
-    if (buffer_.size() >= kPiece) flush();
+    if (buffer_.size() >= kPiece || (isTerminal_ && bytes.ends_with('\n'))) flush();
 }
 
 bool Output::flush() {

@@ -7,12 +7,12 @@
 
 namespace quorvelin::tool {
 
-// Collects what is written and hands it on in large pieces. A reader that goes away is no error: what is
-// written from then on is dropped.
+// Collects what is written and hands it on in large pieces; to a terminal line by line. A reader that goes
+// away is no error: what is written from then on is dropped.
 class Output {
   public:
     // Writes to an open file descriptor, which stays the caller's.
-    explicit Output(int descriptor) : descriptor_(descriptor) {}
+    explicit Output(int descriptor);
     // Appends to a text, which must outlive the output.
     explicit Output(std::string* text) : text_(text) {}
     Output(const Output&) = delete;
@@ -36,6 +36,7 @@ class Output {
     void hand(std::string_view bytes);
 
     int descriptor_ = -1;
+    bool isTerminal_ = false;
     std::string* text_ = nullptr;
     std::string buffer_;
     bool closed_ = false;

@@ -26,6 +26,9 @@ class SourceText {
 
     const BString& text() const { return text_; }
 
+    // More lines than the text has, without looking at it.
+    int32_t lineBound() const { return text_.length() + 2; }
+
     // What the engine takes for a saved tree: a text whose first unit is 1.
     bool isSavedTree() const;
 

@@ -27,7 +27,4 @@ ExitStatus checkScript(const Input& input, const ProgramOutput& output);
 // Writes the saved form of the tree to the file `target`, with a warning for everything that it cannot hold.
 ExitStatus compileScript(const Input& input, const std::string& target, const ProgramOutput& output);
 
-// What `--help` says about FILE.
-extern const char* const kFileHelp;
-
 }  // namespace quorvelin::tool

@@ -157,10 +157,11 @@ std::string shownOnOneLine(std::u16string_view units) {
     return text;
 }
 
-std::string jsonString(std::u16string_view units) {
+std::string jsonString(std::u16string_view units, ControlEscapes escapes) {
     std::string text = "\"";
     for (const char16_t unit : units) {
-        if (const char letter = shortEscape(unit)) {
+        const char letter = escapes == ControlEscapes::letters ? shortEscape(unit) : '\0';
+        if (letter != 0) {
             text += '\\';
             text += letter;
         } else if (unit < 0x20 || unit >= 0x7F) {

@@ -22,7 +22,10 @@ std::string encodeUtf8(std::u16string_view units);
 // The same on one line, for people: a control character is written as an escape, a backslash as two.
 std::string shownOnOneLine(std::u16string_view units);
 
+// How JSON escapes line ends and tabs: as \n, \r and \t, or by number as all other control characters.
+enum class ControlEscapes { letters, numbers };
+
 // A JSON string with its quotes, in ASCII: everything else is escaped, unpaired surrogates included.
-std::string jsonString(std::u16string_view units);
+std::string jsonString(std::u16string_view units, ControlEscapes escapes = ControlEscapes::letters);
 
 }  // namespace quorvelin::tool

@@ -1,4 +1,4 @@
-#include "quorvelin/syntax_commands.h"
+#include "quorvelin/command.h"
 
 namespace quorvelin::tool {
 

@@ -1,0 +1,47 @@
+#include "quorvelin/deep_stack.h"
+
+#include <pthread.h>
+
+#include <cstddef>
+
+namespace quorvelin::tool {
+
+namespace {
+
+constexpr size_t kLargestStack = size_t{256} << 20;
+constexpr size_t kSmallestStack = size_t{8} << 20;
+
+struct Job {
+    const std::function<int()>& work;
+    int answer = 0;
+};
+
+void* performJob(void* argument) {
+    Job& job = *static_cast<Job*>(argument);
+    job.answer = job.work();
+    return nullptr;
+}
+
+bool startThread(pthread_t* thread, size_t stackSize, Job* job) {
+    pthread_attr_t attributes;
+    if (pthread_attr_init(&attributes) != 0) return false;
+    const bool started = pthread_attr_setstacksize(&attributes, stackSize) == 0 &&
+                         pthread_create(thread, &attributes, performJob, job) == 0;
+    pthread_attr_destroy(&attributes);
+    return started;
+}
+
+}  // namespace
+
+int runOnDeepStack(const std::function<int()>& work) {
+    Job job{work};
+    for (size_t size = kLargestStack; size >= kSmallestStack; size /= 2) {
+        pthread_t thread;
+        if (!startThread(&thread, size, &job)) continue;
+        pthread_join(thread, nullptr);
+        return job.answer;
+    }
+    return work();
+}
+
+}  // namespace quorvelin::tool
