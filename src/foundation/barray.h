@@ -50,8 +50,8 @@ class BArray {
     // zeroed. False, with the array unchanged, when memory fails or the count would pass the 32-bit range.
     bool insert(int32_t position, const T& element, int32_t copies = 1) {
         if (copies <= 0) return true;
+        const T value = element;  // the element may lie in this very array, whose storage may move now
         if (!makeRoom(copies)) return false;
-        const T value = element;  // the element may lie in this very array
         std::memmove(data_ + position + copies, data_ + position,
                      static_cast<size_t>(count_ - position) * sizeof(T));
         for (int32_t i = 0; i < copies; ++i) data_[position + i] = value;

@@ -120,7 +120,6 @@ class BStringInputStream : public BRAInputStream {
     void unreadChar(char16_t character) override;
     bool atEnd() const override;
     uint32_t skip(uint32_t n) override;
-    bool seek(uint32_t position) override;
 
     virtual void flush() {}
     // The window: moves the position by the difference of the old and the new start, and keeps the start.
@@ -128,6 +127,8 @@ class BStringInputStream : public BRAInputStream {
     virtual void setLength(int32_t length);
     // A new stream over the same text at position 0, or null without memory. The caller owns it.
     virtual BStringInputStream* clone() const;
+    // Behind the others, as it takes a place of its own among them here: it comes from the face for random access.
+    bool seek(uint32_t position) override;
 
   private:
     const BString* source_;
