@@ -6,6 +6,7 @@
 
 #include "foundation/character.h"
 #include "foundation/heap_block.h"
+#include "objects/number_value.h"
 #include "stdlib/util/decimal_digits.h"
 
 namespace quorvelin {
@@ -226,7 +227,8 @@ void JSPrintfEngine::putInteger(uint64_t value, uint32_t base, bool upperCase, c
 
 void JSPrintfEngine::putDouble(double value) {
     if (!std::isfinite(value)) {
-        const BString word(std::isnan(value) ? u"NaN" : value > 0 ? u"+Infinity" : u"-Infinity");
+        // Quirk: a NaN becomes minus infinity on its way into a number record.
+        const BString word = JSNumberValue::of(value).toText();
         putText(word.data(), word.length());
         return;
     }
