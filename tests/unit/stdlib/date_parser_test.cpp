@@ -123,7 +123,8 @@ TEST_F(DateParserTest, QuirkALeadingZeroMakesANumberOctal) {
 TEST_F(DateParserTest, HugeNumbersAreCut) {
     EXPECT_EQ(parseDateText(u"1 1 200000000"), at(200000000, 1, 1));
     // The largest year lies beyond 64 bits of milliseconds.
-    EXPECT_EQ(parseDateText(u"1 1 99999999999999999999999999999999999999999"), INT64_MIN / 1000 * 1000.0);
+    EXPECT_EQ(parseDateText(u"1 1 99999999999999999999999999999999999999999"),
+              static_cast<double>(INT64_MIN / 1000) * 1000.0);
 }
 
 TEST_F(DateParserTest, WithoutAZoneATextIsReadAsUtc) {
