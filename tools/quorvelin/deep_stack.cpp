@@ -2,14 +2,9 @@
 
 #include <pthread.h>
 
-#include <cstddef>
-
 namespace quorvelin::tool {
 
 namespace {
-
-constexpr size_t kLargestStack = size_t{256} << 20;
-constexpr size_t kSmallestStack = size_t{8} << 20;
 
 struct Job {
     const std::function<int()>& work;
@@ -33,11 +28,11 @@ bool startThread(pthread_t* thread, size_t stackSize, Job* job) {
 
 }  // namespace
 
-int runOnDeepStack(const std::function<int()>& work) {
+int runOnDeepStack(size_t megabytes, const std::function<int()>& work) {
     Job job{work};
-    for (size_t size = kLargestStack; size >= kSmallestStack; size /= 2) {
+    for (; megabytes > 0; megabytes /= 2) {
         pthread_t thread;
-        if (!startThread(&thread, size, &job)) continue;
+        if (!startThread(&thread, megabytes << 20, &job)) continue;
         pthread_join(thread, nullptr);
         return job.answer;
     }

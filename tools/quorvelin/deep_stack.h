@@ -1,15 +1,20 @@
-// A large native stack. The engine walks trees and calls by recursion and reports "stack overflow" before the
-// stack of its thread runs out; on the stack that a process starts with that happens after a few thousand
-// calls.
+// A native stack of a chosen size. The engine walks trees and calls by recursion and reports "stack overflow"
+// before the stack of its thread runs out, so the size of the stack is the depth that scripts can reach.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 
 namespace quorvelin::tool {
 
-// Runs `work` on a thread with a large stack, waits for it and gives its answer. Only the address space is
-// reserved: memory is used as far as the work goes down. Where the system refuses such a stack a smaller one
-// is taken, in the end the caller's own. `work` must not throw.
-int runOnDeepStack(const std::function<int()>& work);
+// Enough for about 15,000 calls within each other. More would not be kinder: every call looks its names up
+// through all the calls that it stands in, so that an endless recursion takes four times as long to end on
+// twice the stack.
+inline constexpr size_t kUsualStackMegabytes = 16;
+
+// Runs `work` on a thread with a stack of this size, waits for it and gives its answer. Memory is used only
+// as far as the work goes down. Where the system refuses such a stack a smaller one is taken, in the end the
+// caller's own. `work` must not throw.
+int runOnDeepStack(size_t megabytes, const std::function<int()>& work);
 
 }  // namespace quorvelin::tool

@@ -27,9 +27,22 @@ constexpr Command kCommands[] = {
     {"compile", "Write a script as a saved tree, which loads without parsing", declareCompile},
 };
 
-ExitStatus runProgram(int argumentCount, char** arguments, const ProgramOutput& output) {
-    CLI::App program("Looks at and runs scripts.", "quorvelin");
+struct Work {
+    CommandAction action;
+    size_t stackMegabytes = kUsualStackMegabytes;
+};
+
+// What the arguments ask for. When there is nothing left to do, because they are wrong or asked for help, the
+// work has no action and `status` is how the program ends.
+Work readArguments(CLI::App& program, int argumentCount, char** arguments, ExitStatus* status) {
+    Work work;
     program.set_version_flag("--version", "quorvelin " QUORVELIN_VERSION);
+    program
+        .add_option("--stack", work.stackMegabytes,
+                    "Native stack for scripts that nest or recurse deeply, in megabytes")
+        ->type_name("SIZE")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 64 * 1024));
     program.require_subcommand(1);
     program.footer(
         "Exit status: 0 fine, 1 a script has an error, 2 wrong arguments or a file that cannot be read or "
@@ -46,12 +59,22 @@ ExitStatus runProgram(int argumentCount, char** arguments, const ProgramOutput& 
         program.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {
         // Help and version come this way too.
-        return program.exit(error) == 0 ? kFine : kUnusable;
+        *status = program.exit(error) == 0 ? kFine : kUnusable;
+        return work;
     }
     for (size_t i = 0; i < std::size(kCommands); ++i) {
-        if (declared[i]->parsed()) return actions[i](output);
+        if (declared[i]->parsed()) work.action = actions[i];
     }
-    return kUnusable;
+    return work;
+}
+
+int perform(const CommandAction& action, const ProgramOutput& output) {
+    try {
+        return action(output);
+    } catch (const std::bad_alloc&) {
+        output.messages.write("quorvelin: out of memory\n");
+        return kUnusable;
+    }
 }
 
 }  // namespace
@@ -62,15 +85,16 @@ int main(int argumentCount, char** arguments) {
     using namespace quorvelin::tool;
     // A reader that goes away is told by the write that fails.
     std::signal(SIGPIPE, SIG_IGN);
+    // The actions of the commands ask it for arguments.
+    CLI::App program("Looks at and runs scripts.", "quorvelin");
+    ExitStatus usage = kUnusable;
+    const Work work = readArguments(program, argumentCount, arguments, &usage);
+    if (!work.action) return usage;
+
     Output results(STDOUT_FILENO);
     Output messages(STDERR_FILENO);
-    int status = runOnDeepStack([&]() -> int {
-        try {
-            return runProgram(argumentCount, arguments, {results, messages});
-        } catch (const std::bad_alloc&) {
-            messages.write("quorvelin: out of memory\n");
-            return kUnusable;
-        }
+    int status = runOnDeepStack(work.stackMegabytes, [&] {
+        return perform(work.action, {results, messages});
     });
     if (!results.flush()) {
         showFileMessage(messages, "standard output", std::strerror(results.failure()));

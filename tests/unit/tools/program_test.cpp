@@ -16,7 +16,7 @@ ProcessResult run(const std::vector<std::string>& arguments, std::string_view in
     return support::runProcess(QUORVELIN_PROGRAM_FILE, arguments, input);
 }
 
-const char* const kCommands[] = {"tokens", "tree", "format", "check", "compile"};
+const char* const kCommands[] = {"tokens", "tree", "format", "check", "compile", "run"};
 
 TEST(Program, Version) {
     const ProcessResult result = run({"--version"});
