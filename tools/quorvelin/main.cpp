@@ -3,9 +3,9 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <iterator>
-#include <new>
 
 #include "quorvelin/command.h"
 #include "quorvelin/deep_stack.h"
@@ -54,27 +54,29 @@ ExitStatus runProgram(int argumentCount, char** arguments, const ProgramOutput& 
     return kUnusable;
 }
 
+ExitStatus runAndFlush(int argumentCount, char** arguments) {
+    Output results(STDOUT_FILENO);
+    Output messages(STDERR_FILENO);
+    const ExitStatus status = runProgram(argumentCount, arguments, {results, messages});
+    if (results.flush()) return status;
+    showFileMessage(messages, "standard output", std::strerror(results.failure()));
+    return kUnusable;
+}
+
 }  // namespace
 
 }  // namespace quorvelin::tool
 
 int main(int argumentCount, char** arguments) {
-    using namespace quorvelin::tool;
     // A reader that goes away is told by the write that fails.
     std::signal(SIGPIPE, SIG_IGN);
-    Output results(STDOUT_FILENO);
-    Output messages(STDERR_FILENO);
-    int status = runOnDeepStack([&]() -> int {
+    return quorvelin::tool::runOnDeepStack([=]() -> int {
         try {
-            return runProgram(argumentCount, arguments, {results, messages});
-        } catch (const std::bad_alloc&) {
-            messages.write("quorvelin: out of memory\n");
-            return kUnusable;
+            return quorvelin::tool::runAndFlush(argumentCount, arguments);
+        } catch (...) {
+            // The program throws nothing of its own: what comes here is the library running out of memory.
+            std::fputs("quorvelin: out of memory\n", stderr);
+            return quorvelin::tool::kUnusable;
         }
     });
-    if (!results.flush()) {
-        showFileMessage(messages, "standard output", std::strerror(results.failure()));
-        status = kUnusable;
-    }
-    return status;
 }
