@@ -7,11 +7,36 @@
 
 namespace quorvelin {
 
+namespace {
+
+template <typename Visit>
+void forEachParameter(const JSFunctionNode& node, Visit visit) {
+    // A damaged tree may hold something else in the place of the parameters.
+    const JSNode* list = node.parameters.get();
+    if (list == nullptr || list->shape().tag != JSParametersNode::kTag) return;
+    const auto& parameters = static_cast<const JSParametersNode&>(*list);
+    for (const ParameterRecord* record = parameters.parameters.first; record != nullptr; record = record->next) {
+        if (record->name.atom() != nullptr) visit(record->name);
+    }
+}
+
+}  // namespace
+
 bool JSArgumentsObject::append(const Name& name, JSObject* value) {
     Value cell(new JSProperty(name, value));
     if (!cell || !members().appendRepeatable(static_cast<JSProperty*>(cell.get()))) return false;
     (void)cell.take();
     return true;
+}
+
+JSObject* JSArgumentsObject::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
+    // A script's own member of `arguments` is found by its bare name like a parameter.
+    const int32_t before = members().count();
+    JSObject* result = JSObject::setMember(name, value, ctx, receiver);
+    for (int32_t i = before; i < members().count(); ++i) {
+        if (const JSProperty* cell = members().at(i)) cell->name().atom()->enterScope();
+    }
+    return result;
 }
 
 JSActivation::JSActivation(JSContext* parent, JSObject* callerFunction)
@@ -22,6 +47,10 @@ JSActivation::JSActivation(JSContext* parent, JSObject* callerFunction)
 }
 
 JSActivation::~JSActivation() {
+    if (declared_ != nullptr) {
+        forEachParameter(*declared_, [](const Name& name) { name.atom()->leaveScope(); });
+        declared_->release();
+    }
     for (JSObject* part : {static_cast<JSObject*>(argumentsObject_), callerFunction_, returnValue_}) {
         if (part != nullptr) part->release();
     }
@@ -111,6 +140,11 @@ JSObject* JSActivation::runFunction(JSFunctionNode* node, JSObject* args, JSObje
     thisObject_ = receiver;
     currentLabel_ = Name();
     setPosition(node->line, node->column);
+    if (declared_ == nullptr && parent() != nullptr) {
+        node->addRef();
+        declared_ = node;
+        forEachParameter(*node, [](const Name& name) { name.atom()->enterScope(); });
+    }
     JSObject* result = nullptr;
     if (bindArguments(node, args)) {
         // The value of the last statement is not the function's result.

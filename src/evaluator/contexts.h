@@ -11,6 +11,7 @@ class JSFunctionNode;
 class JSLocalContext : public JSContext {
   public:
     explicit JSLocalContext(JSContext* parent) : JSContext(EngineContext{}, parent) {}
+    ~JSLocalContext() override;
 
     // Makes an empty cell of the name unless there is one; true in any case.
     bool declareVariable(const BString& name) override;
@@ -21,6 +22,8 @@ class JSArgumentsObject final : public JSObject {
   public:
     // A new cell at the end, whether or not the name is there already. False without memory.
     bool append(const Name& name, JSObject* value);
+
+    JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
 };
 
 // One running call of a script function. Its parent is the context of the caller, so a name that is not local is looked
@@ -55,6 +58,8 @@ class JSActivation : public JSLocalContext {
     bool bindArguments(JSFunctionNode* node, JSObject* args);
 
     JSFunctionNode* running_ = nullptr;
+    // The function whose parameters were declared here; referenced.
+    JSFunctionNode* declared_ = nullptr;
     JSArgumentsObject* argumentsObject_;
     JSObject* callerFunction_;
     JSObject* returnValue_ = nullptr;

@@ -21,7 +21,19 @@ JSContext::Holder JSContext::holderOf(const NameQuery& query) {
     return {ownsName(query) ? Holder::self : Holder::nobody};
 }
 
+// No context between this one and the root can have the name.
+bool JSContext::isRootsAlone(const Atom* atom) const {
+    return state_ != nullptr && atom != nullptr && atom->wellKnown() < 0 && state_->objectScopes == 0 &&
+           !atom->isInScopes();
+}
+
 JSContext::Place JSContext::findPlace(const NameQuery& query) {
+    if (isRootsAlone(query.atom) && state_->root != this) {
+        int32_t hint = 0;
+        if (state_->root->members().peek(query.atom, hint) != nullptr) {
+            return {state_->root, {Holder::nobody}, true};
+        }
+    }
     bool sawLateObject = false;
     JSContext* lateStart = this;
     for (JSContext* context = this;; context = context->parent()) {
@@ -71,6 +83,7 @@ JSObject* JSContext::findLateObject(const NameQuery& query, JSContext* end) {
 JSProperty* JSContext::peekCell(const Atom* atom, int32_t& hint) {
     // Names of the engine's own may be answered by a dispatch.
     if (state_ == nullptr || state_->stoppedContexts != 0 || atom == nullptr || atom->wellKnown() >= 0) return nullptr;
+    if (isRootsAlone(atom)) return state_->root->members().peek(atom, hint);
     for (JSContext* context = this; context != nullptr; context = context->parent()) {
         if (context->asksObjectFirst_ || !context->isEngines_) return nullptr;
         if (context->firstStore_ != nullptr) {

@@ -1,8 +1,11 @@
 #include "evaluator/operators.h"
 
+#include <algorithm>
+
 #include "foundation/well_known_names.h"
 #include "objects/js_context.h"
 #include "objects/number_object.h"
+#include "objects/text_instance.h"
 
 namespace quorvelin {
 
@@ -53,18 +56,23 @@ int32_t compareNumbers(JSObject* left, JSObject* right, JSContext* ctx, JSObject
     return a.less(b) ? -1 : 1;
 }
 
-int32_t compareText(JSObject* left, JSObject* right, JSContext* ctx, JSObject* receiver) {
-    BString a;
-    left->asString(a, ctx, receiver);
-    if (ctx->isStopped()) return kComparisonStopped;
-    BString b;
-    right->asString(b, ctx, receiver);
-    if (ctx->isStopped()) return kComparisonStopped;
+int32_t compareUnits(const BString& a, const BString& b) {
     const int32_t shorter = a.length() < b.length() ? a.length() : b.length();
     for (int32_t i = 0; i < shorter; ++i) {
         if (a[i] != b[i]) return a[i] < b[i] ? -1 : 1;
     }
     return a.length() == b.length() ? 0 : a.length() < b.length() ? -1 : 1;
+}
+
+int32_t compareText(JSObject* left, JSObject* right, JSContext* ctx, JSObject* receiver) {
+    TextOf a(left, ctx, receiver);
+    if (!a.isReady()) a.text(ctx, receiver);
+    if (ctx->isStopped()) return kComparisonStopped;
+    TextOf b(right, ctx, receiver);
+    if (!b.isReady()) a.own();
+    const BString& second = b.text(ctx, receiver);
+    if (ctx->isStopped()) return kComparisonStopped;
+    return compareUnits(a.text(ctx, receiver), second);
 }
 
 // ---- Operators ----
@@ -83,6 +91,15 @@ JSObject* applyNumeric(NumericOperation operation, JSObject* left, JSObject* rig
 
 bool isNumeric(Type type) { return type == Type::number || type == Type::boolean; }
 
+// Puts two texts together with one allocation and one copy of each.
+bool joinTexts(const BString& front, const BString& behind, BString& text) {
+    if (front.length() > BString::kMaximumLength - behind.length()) return false;
+    if (!text.reserve(front.length() + behind.length())) return false;
+    std::copy(front.data(), front.data() + front.length(), text.buffer());
+    std::copy(behind.data(), behind.data() + behind.length() + 1, text.buffer() + front.length());
+    return true;
+}
+
 // Quirk: the right side is converted first.
 JSObject* applyAdd(JSObject* left, JSObject* right, Type leftType, Type rightType, JSContext* ctx, JSObject* receiver) {
     if (isNumeric(leftType) && isNumeric(rightType)) {
@@ -92,15 +109,19 @@ JSObject* applyAdd(JSObject* left, JSObject* right, Type leftType, Type rightTyp
         left->asNumber(a, ctx, receiver);
         return ctx->makeNumber(a.add(b), receiver);
     }
-    BString rightText;
-    right->asString(rightText, ctx, receiver);
+    TextOf rightText(right, ctx, receiver);
+    if (!rightText.isReady()) rightText.text(ctx, receiver);
+    TextOf leftText(left, ctx, receiver);
+    // Converting the left side may run a script that changes the string on the right.
+    if (!leftText.isReady()) rightText.own();
+    const BString& front = leftText.text(ctx, receiver);
+    const BString& behind = rightText.text(ctx, receiver);
     BString text;
-    left->asString(text, ctx, receiver);
-    if (!text.append(rightText)) {
+    if (!joinTexts(front, behind, text)) {
         ctx->reportError(u"Out of memory");
         return nullptr;
     }
-    return ctx->makeString(text, receiver);
+    return ctx->makeStringOf(std::move(text), receiver);
 }
 
 JSObject* applyIdentical(JSObject* left, JSObject* right, Type leftType, Type rightType, JSContext* ctx,
@@ -116,11 +137,12 @@ JSObject* applyIdentical(JSObject* left, JSObject* right, Type leftType, Type ri
     bool identical = false;
     if (leftType == rightType) {
         if (leftType == Type::string) {
-            BString b;
-            right->asString(b, ctx, receiver);
-            BString a;
-            left->asString(a, ctx, receiver);
-            identical = a == b;
+            TextOf b(right, ctx, receiver);
+            if (!b.isReady()) b.text(ctx, receiver);
+            TextOf a(left, ctx, receiver);
+            if (!a.isReady()) b.own();
+            const BString& first = a.text(ctx, receiver);
+            identical = first == b.text(ctx, receiver);
         } else if (leftType == Type::number) {
             JSNumberValue a;
             comparisonNumber(left, a, ctx, receiver);

@@ -7,6 +7,7 @@
 #include "objects/boolean_object.h"
 #include "objects/js_property.h"
 #include "objects/number_object.h"
+#include "objects/text_instance.h"
 
 namespace quorvelin {
 
@@ -72,6 +73,14 @@ JSObject* storeNumber(JSProperty* cell, double number, JSContext* context, JSObj
         cell->replaceValue(Value(context->makeNumber(JSNumberValue::of(number), receiver)));
     }
     return cell->value() != nullptr ? cell->value()->shared() : nullptr;
+}
+
+bool isFreshValue(const JSObject* value) {
+    if (value == nullptr || value->refCount() != 0 || value->ownMembers().count() != 0) return false;
+    if (value->engineClass() == EngineClass::string) return true;
+    // Quirk: what is not finite becomes another number by being copied.
+    return value->engineClass() == EngineClass::number &&
+           static_cast<const JSNumberInstance*>(value)->storedValue().isFinite();
 }
 
 bool applyToNumbers(const Name& op, double left, double right, PeekedValue& out) {
@@ -156,9 +165,10 @@ JSProperty* JSMemberNode::peekCell(JSContext* context) {
 bool JSMemberNode::peek(JSContext* context, PeekedValue& out) {
     if (name.atom() == nameAtom(WellKnownName::length)) {
         const JSObject* owner = peekHeldObject(object.get(), context);
-        if (owner == nullptr || owner->engineClass() != EngineClass::array) return false;
-        if (owner->ownMembers().hasNames()) return false;
-        return foundNumber(owner->ownMembers().count(), out);
+        if (owner == nullptr || owner->ownMembers().hasNames()) return false;
+        if (owner->engineClass() == EngineClass::array) return foundNumber(owner->ownMembers().count(), out);
+        if (owner->engineClass() != EngineClass::string) return false;
+        return foundNumber(static_cast<const JSTextInstance*>(owner)->value().length(), out);
     }
     return peekHeldValue(peekCell(context), out);
 }

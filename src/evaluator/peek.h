@@ -16,6 +16,9 @@ bool peekNumber(const JSProperty* cell, double& number);
 // What then stands in the cell, with a reference, or null without memory.
 JSObject* storeNumber(JSProperty* cell, double number, JSContext* context, JSObject* receiver);
 
+// A string or a finite number of the engine's that only the caller holds, so that nobody could tell it from a copy.
+bool isFreshValue(const JSObject* value);
+
 // Computes a binary operator on finite numbers: the number or truth value that `applyBinary` would give, or false when
 // the result is not finite or the operator is none of these.
 bool applyToNumbers(const Name& op, double left, double right, PeekedValue& out);

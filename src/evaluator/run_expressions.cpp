@@ -9,6 +9,7 @@
 #include "frontend/nodes.h"
 #include "frontend/token.h"
 #include "objects/js_context.h"
+#include "objects/js_property.h"
 #include "objects/number_object.h"
 #include "objects/references.h"
 
@@ -152,6 +153,14 @@ JSObject* JSAssignNode::run(JSContext* context, JSObject* receiver) {
     if (context->stopped()) return nullptr;
     if (op.atom() != nameAtom(WellKnownName::assignOperator)) {
         value = Value(applyBinary(operatorOfAssignment(op), target.get(), value.get(), context, receiver));
+    }
+    if (left->kind == kIdentifierKind && isFreshValue(value.get())) {
+        // What was computed just now stands for the copy that a variable takes of it.
+        if (JSProperty* cell = left->peekCell(context)) {
+            cell->replaceValue(Value());
+            cell->replaceValue(Value(value->shared()));
+            return value.take();
+        }
     }
     return target->assign(value.get(), context, receiver);
 }

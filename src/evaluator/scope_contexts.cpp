@@ -7,10 +7,20 @@ namespace quorvelin {
 
 // ---- Local ----
 
+JSLocalContext::~JSLocalContext() {
+    if (parent() == nullptr) return;
+    for (int32_t i = 0; i < members().count(); ++i) {
+        if (const JSProperty* cell = members().at(i)) cell->name().atom()->leaveScope();
+    }
+}
+
 bool JSLocalContext::declareVariable(const BString& name) {
     if (findMember(name, this, nullptr) >= 0) return true;
     Value cell(new JSProperty(Name(name), nullptr));
-    if (cell && members().append(static_cast<JSProperty*>(cell.get()))) (void)cell.take();
+    if (cell && members().append(static_cast<JSProperty*>(cell.get()))) {
+        if (parent() != nullptr) static_cast<JSProperty*>(cell.get())->name().atom()->enterScope();
+        (void)cell.take();
+    }
     return true;
 }
 
@@ -19,9 +29,11 @@ bool JSLocalContext::declareVariable(const BString& name) {
 JSWithContext::JSWithContext(JSContext* parent, JSObject* object)
     : JSContext(EngineContext{}, parent), object_(Value::share(object).take()) {
     asksObjectFirst_ = true;
+    if (state() != nullptr) ++state()->objectScopes;
 }
 
 JSWithContext::~JSWithContext() {
+    if (state() != nullptr) --state()->objectScopes;
     if (object_ != nullptr) object_->release();
 }
 

@@ -18,7 +18,7 @@ namespace quorvelin {
 class BString {
   public:
     // The longest text that can be built, in units.
-    static constexpr int32_t kMaximumLength = 0x3FFFFFC0;
+    static constexpr int32_t kMaximumLength = 0x0FFFFFC0;
 
     // The cheap empty text.
     BString() noexcept : data_(emptyBuffer()) {}

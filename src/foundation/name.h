@@ -25,6 +25,12 @@ class Atom {
     // Which of the engine's own names this is (the index in `well_known_names.h`), or -1.
     int32_t wellKnown() const { return wellKnown_; }
 
+    // How many scopes below the root of any machine have a cell of this name, at least. While there are none, a name can
+    // only be the root's, and no chain of calls needs to be climbed for it.
+    bool isInScopes() const { return scopes_.load(std::memory_order_relaxed) != 0; }
+    void enterScope() const { scopes_.fetch_add(1, std::memory_order_relaxed); }
+    void leaveScope() const { scopes_.fetch_sub(1, std::memory_order_relaxed); }
+
     // The atom of a text that came from the table, null for any other text. Costs one comparison.
     static const Atom* ofInternedText(const BString& text) {
         if (!text.isInterned()) return nullptr;
@@ -46,6 +52,7 @@ class Atom {
     uint32_t hash_ = 0;
     int32_t wellKnown_ = -1;
     mutable std::atomic<uint32_t> holders_{0};
+    mutable std::atomic<uint32_t> scopes_{0};
     Atom* next_ = nullptr;
 };
 

@@ -272,7 +272,7 @@ constexpr NodeShape kVar = {
     "JSVarNode", kVarKind, 30, nullptr, 1, {variablesField()}, {0, -1, -1, -1}, make<JSVarNode>};
 
 constexpr NodeShape kParameters = {
-    "JSParametersNode", kVarKind, 35, nullptr, 1, {parametersField()}, {0, -1, -1, -1}, make<JSParametersNode>};
+    "JSParametersNode", kVarKind, JSParametersNode::kTag, nullptr, 1, {parametersField()}, {0, -1, -1, -1}, make<JSParametersNode>};
 
 constexpr NodeShape kArguments = {
     "JSArgumentsNode", kArgumentsKind, 32, nullptr, 1, {entriesField()}, {0, -1, -1, -1}, make<JSArgumentsNode>};

@@ -255,6 +255,9 @@ class JSVarNode final : public JSNode {
 
 class JSParametersNode final : public JSNode {
   public:
+    // The class's number in saved trees, which tells it from a `var` statement: both have the same kind.
+    static constexpr int32_t kTag = 35;
+
     JSParametersNode() : JSNode(kVarKind) {}
     JSParametersNode(int32_t nodeLine, int32_t nodeColumn) : JSNode(kVarKind, nodeLine, nodeColumn) {}
     QUORVELIN_NODE_OPERATIONS;

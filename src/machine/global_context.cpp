@@ -149,6 +149,10 @@ JSObject* JSGlobalContext::makeString(const BString& text, JSObject*) {
     return orOutOfMemory(new JSStringObject(stringConstructor_, stringConstructor_, text));
 }
 
+JSObject* JSGlobalContext::adoptString(BString&& text, JSObject*) {
+    return orOutOfMemory(new JSStringObject(stringConstructor_, stringConstructor_, std::move(text)));
+}
+
 JSObject* JSGlobalContext::makeRegExp(const BString& source, JSObject*) {
     const Value inner(currentFunction());
     Owned<JSRegExpObject> expression(

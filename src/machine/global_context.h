@@ -43,6 +43,9 @@ class JSGlobalContext : public JSGlobalBase {
     // A function object for a tree that the host holds: its constructor is its inner object as well.
     virtual JSObject* makeFunctionPlain(JSFunctionNode* node, JSObject* receiver);
 
+  protected:
+    JSObject* adoptString(BString&& text, JSObject* receiver) override;
+
   private:
     JSObject* orOutOfMemory(JSObject* made);
 

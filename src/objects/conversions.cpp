@@ -1,6 +1,5 @@
 // The default conversions of JSObject: how a value turns into text, a number, a truth value or an object by its type.
 // They are deliberately this language's own: text that does not parse is 0, and a function is false.
-#include "foundation/number_text.h"
 #include "foundation/text_builder.h"
 #include "foundation/well_known_names.h"
 #include "objects/js_context.h"
@@ -105,11 +104,7 @@ void JSObject::asNumber(JSNumberValue& out, JSContext* ctx, JSObject* receiver) 
             } else {
                 asExpression(text, ctx, receiver);
             }
-            if (text.isEmpty()) return;
-            int32_t consumed = 0;
-            const double number = parseDouble(text.data(), &consumed);
-            // Text that is not a number through to its end is 0; no conversion gives NaN.
-            if (text[consumed] == 0) out = JSNumberValue::of(number);
+            out = numberOfText(text);
             return;
         }
         case JSValueType::boolean:

@@ -33,6 +33,8 @@ struct JSWalkState {
     int32_t line = 0;
     int32_t column = 0;
     int32_t stoppedContexts = 0;
+    // Scopes of `with` statements.
+    int32_t objectScopes = 0;
 };
 
 // A question about a name of the chain of scopes.
@@ -162,6 +164,11 @@ class JSContext : public JSParentedObject {
     // Reports a message that stands in the source.
     void reportError(const char16_t* message) { reportError(BString(message)); }
 
+    // As `makeString`, of a text that is handed over instead of copied.
+    JSObject* makeStringOf(BString&& text, JSObject* receiver) {
+        return state_ != nullptr ? state_->root->adoptString(std::move(text), receiver) : makeString(text, receiver);
+    }
+
     // The next context of the chain; borrowed, null at the root.
     JSContext* parent() const { return static_cast<JSContext*>(inner()); }
 
@@ -207,6 +214,9 @@ class JSContext : public JSParentedObject {
     void shareState(JSWalkState* state) { state_ = state; }
     JSWalkState* state() const { return state_; }
 
+    // What `makeStringOf` asks of the root.
+    virtual JSObject* adoptString(BString&& text, JSObject* receiver) { return makeString(text, receiver); }
+
     // The this object of this context or of the nearest one above that has one, with a reference; null when there is none.
     virtual JSObject* nearestThis();
 
@@ -237,6 +247,7 @@ class JSContext : public JSParentedObject {
         bool up;
     };
     Place findPlace(const NameQuery& query);
+    bool isRootsAlone(const Atom* atom) const;
     JSObject* findLateObject(const NameQuery& query, JSContext* end);
 
     JSCompletion completion_ = JSCompletion::normal;

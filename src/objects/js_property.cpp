@@ -2,6 +2,7 @@
 
 #include "foundation/well_known_names.h"
 #include "objects/js_context.h"
+#include "objects/text_instance.h"
 
 namespace quorvelin {
 
@@ -88,9 +89,9 @@ JSObject* JSProperty::assign(JSObject* value, JSContext* ctx, JSObject* receiver
     Value stored;
     switch (value->valueType(ctx, receiver)) {
         case JSValueType::string: {
-            BString text;
-            value->asString(text, ctx, receiver);
-            if (!ctx->isStopped()) stored = Value(ctx->makeString(text, receiver));
+            TextOf text(value, ctx, receiver);
+            const BString& units = text.text(ctx, receiver);
+            if (!ctx->isStopped()) stored = Value(ctx->makeString(units, receiver));
             break;
         }
         case JSValueType::number: {

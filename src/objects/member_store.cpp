@@ -80,6 +80,7 @@ JSProperty* MemberStore::erase(int32_t index) {
 }
 
 bool MemberStore::appendEmpty(int32_t copies) {
+    if (copies > kMostEntries - count()) return false;
     // The cells are appended one at a time as far as the growth of the array goes.
     JSProperty* none = nullptr;
     while (copies > 0) {

@@ -18,6 +18,10 @@ class JSProperty;
 
 class MemberStore {
   public:
+    // More entries than this are refused as memory that there is not: one statement of a script must not be able to take
+    // all memory of the process.
+    static constexpr int32_t kMostEntries = 1 << 27;
+
     MemberStore() : cells_(BArray<JSProperty*>::Lazy{}) {}
 
     int32_t count() const { return cells_.count(); }

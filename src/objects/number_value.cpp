@@ -47,6 +47,12 @@ JSNumberValue JSNumberValue::fromText(const BString& text, int32_t radix) {
     return {parsed, Kind::notANumber};
 }
 
+JSNumberValue numberOfText(const BString& text) {
+    int32_t consumed = 0;
+    const double number = parseDouble(text.data(), &consumed);
+    return JSNumberValue::of(!text.isEmpty() && text[consumed] == 0 ? number : 0.0);
+}
+
 JSNumberValue JSNumberValue::add(const JSNumberValue& right) const {
     if (isFinite() && right.isFinite()) [[likely]] return of(value + right.value);
     switch (kind) {

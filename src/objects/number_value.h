@@ -54,4 +54,8 @@ struct JSNumberValue {
     BString toText() const;
 };
 
+// The number that a text stands for in a conversion: 0 for an empty text and for one that is not a number through to its
+// end, so that no conversion of a text gives NaN.
+JSNumberValue numberOfText(const BString& text);
+
 }  // namespace quorvelin

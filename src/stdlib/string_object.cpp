@@ -9,10 +9,6 @@
 
 namespace quorvelin {
 
-JSValueType JSStringObject::valueType(JSContext*, JSObject*) {
-    return JSValueType::string;
-}
-
 JSObject* JSStringObject::getItem(int32_t index, JSContext* ctx, JSObject* receiver) {
     const bool inside = index >= 0 && index < value_.length();
     return ctx->makeString(inside ? value_.substr(index, 1) : BString(), receiver);
@@ -40,10 +36,6 @@ void JSStringObject::deleteItem(int32_t index, JSContext*, JSObject*) {
     BString shortened = value_.substr(0, index);
     shortened.append(value_.data() + index + 1, value_.length() - index - 1);
     value_ = std::move(shortened);
-}
-
-void JSStringObject::asString(BString& out, JSContext*, JSObject*) {
-    out = value_;
 }
 
 JSObject* JSStringObject::asObject(JSContext* ctx, JSObject* receiver) {

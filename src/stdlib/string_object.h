@@ -2,22 +2,22 @@
 #pragma once
 
 #include "objects/constructor_object.h"
-#include "objects/parented_object.h"
+#include "objects/text_instance.h"
 
 namespace quorvelin {
 
-class JSStringObject final : public JSInstance {
+class JSStringObject final : public JSTextInstance {
   public:
-    JSStringObject(JSObject* constructor, JSObject* inner, const BString& value)
-        : JSInstance(constructor, inner), value_(value) {
+    // Copies the text, or takes it over.
+    template <typename Text>
+    JSStringObject(JSObject* constructor, JSObject* inner, Text&& value)
+        : JSTextInstance(constructor, inner, std::forward<Text>(value)) {
         setEngineClass(EngineClass::string);
     }
 
-    JSValueType valueType(JSContext* ctx, JSObject* receiver) override;
     JSObject* getItem(int32_t index, JSContext* ctx, JSObject* receiver) override;
     JSObject* setItem(int32_t index, JSObject* value, JSContext* ctx, JSObject* receiver) override;
     void deleteItem(int32_t index, JSContext* ctx, JSObject* receiver) override;
-    void asString(BString& out, JSContext* ctx, JSObject* receiver) override;
     // A new string value of the same text.
     JSObject* asObject(JSContext* ctx, JSObject* receiver) override;
     void className(BString& out, JSContext* ctx, JSObject* receiver) override;
@@ -52,10 +52,6 @@ class JSStringObject final : public JSInstance {
     virtual void toUpperCase(BString& out, JSObject* args, JSContext* ctx, JSObject* receiver);
     virtual void upperCased(BString& out);
 
-    const BString& value() const { return value_; }
-
-  private:
-    BString value_;
 };
 
 class JSStringConstructor final : public JSConstructorObject {
