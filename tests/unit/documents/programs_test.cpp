@@ -1,4 +1,4 @@
-// The programs of tests/scripts/programs. Each has a file beside it with the lines that it prints; a message,
+// The programs of tests/programs. Each has a file beside it with the lines that it prints; a message,
 // "! TEXT" there, is as much a part of what it says.
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 std::vector<std::filesystem::path> filesEndingIn(const char* extension) {
     std::vector<std::filesystem::path> found;
-    const auto folder = std::filesystem::path(QUORVELIN_TESTS_FOLDER) / "scripts" / "programs";
+    const auto folder = std::filesystem::path(QUORVELIN_TESTS_FOLDER) / "programs";
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension() == extension) found.push_back(entry.path());
     }
