@@ -22,15 +22,25 @@ JSObject* JSArrayObject::setMember(const BString& name, JSObject* value, JSConte
     return JSObject::setMember(name, value, ctx, receiver);
 }
 
+namespace {
+
+// How deep arrays may stand in one another for their text, and how deep the thread is in it.
+constexpr int32_t kDeepestText = 4000;
+thread_local int32_t textNesting = 0;
+
+}  // namespace
+
 void JSArrayObject::asString(BString& out, JSContext* ctx, JSObject* receiver) {
     out.clear();
-    // An array may hold itself.
-    if (nativeStackIsShort()) {
+    // An array may hold itself, and every level of it makes the text of all levels above longer.
+    if (textNesting >= kDeepestText || nativeStackIsShort()) {
         ctx->reportError(u"stack overflow");
         return;
     }
+    ++textNesting;
     const Value joined(callMember(nameText(WellKnownName::join), nullptr, ctx, receiver));
     if (joined) joined->asString(out, ctx, receiver);
+    --textNesting;
 }
 
 // ---- join ----
