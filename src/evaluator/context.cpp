@@ -1,6 +1,7 @@
 // The operations of JSContext: state of the walk, calls, factories, running nodes.
 #include "foundation/native_stack_guard.h"
 #include "foundation/stream.h"
+#include "foundation/well_known_names.h"
 #include "evaluator/contexts.h"
 #include "evaluator/peek.h"
 #include "frontend/nodes.h"
@@ -103,7 +104,7 @@ namespace {
 
 // The value that a factory gives, which reports when there was no memory for it.
 JSObject* made(JSContext* ctx, JSObject* object) {
-    if (object == nullptr) ctx->reportError(u"Out of memory");
+    if (object == nullptr) ctx->reportError(nameText(WellKnownName::outOfMemory));
     return object;
 }
 
@@ -244,7 +245,7 @@ JSObject* JSContext::executeLabelled(const BString& label, JSNode* node, JSObjec
 JSObject* JSContext::executeWith(JSObject* object, JSNode* body, JSObject* receiver) {
     const Owned<JSContext> withContext(new JSWithContext(this, object));
     if (!withContext) {
-        reportError(u"Out of memory");
+        reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     if (nativeStackIsShort()) {
@@ -257,7 +258,7 @@ JSObject* JSContext::executeWith(JSObject* object, JSNode* body, JSObject* recei
 JSObject* JSContext::executeNew(JSNode* node) {
     Value cell(new JSProperty(Name(), nullptr));
     if (!cell) {
-        reportError(u"Out of memory");
+        reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     // What the constructor returns is dropped: the cell that it filled is the value.

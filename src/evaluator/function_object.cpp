@@ -4,6 +4,7 @@
 #include "foundation/native_stack_guard.h"
 #include "foundation/stream.h"
 #include "foundation/text_builder.h"
+#include "foundation/well_known_names.h"
 #include "frontend/nodes.h"
 #include "frontend/parser.h"
 
@@ -73,7 +74,7 @@ JSObject* JSFunction::call(JSObject* args, JSContext* ctx, JSObject* receiver) {
     const Owned<JSActivation> activation(new JSActivation(ctx, caller.get()));
     caller.reset();
     if (!activation || activation->isIncomplete()) {
-        ctx->reportError(u"Out of memory");
+        ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     if (ctx->stopped()) return nullptr;
@@ -109,7 +110,7 @@ JSObject* JSFunctionConstructor::call(JSObject* args, JSContext* ctx, JSObject* 
     Owned<JSParametersNode> parameters(new JSParametersNode(line, column));
     if (!parameters) {
         ctx->setPosition(line, column);
-        ctx->reportError(u"Out of memory");
+        ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     // 3. Each argument but the last is one name, whatever it holds.
@@ -136,7 +137,7 @@ JSObject* JSFunctionConstructor::call(JSObject* args, JSContext* ctx, JSObject* 
     // 6. The function object.
     Owned<JSFunctionNode> node(new JSFunctionNode(line, column, Name(), parameters.take(), body.take()));
     if (!node) {
-        ctx->reportError(u"Out of memory");
+        ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     Value function(ctx->makeFunction(node.get(), receiver));

@@ -118,7 +118,7 @@ JSObject* applyAdd(JSObject* left, JSObject* right, Type leftType, Type rightTyp
     const BString& behind = rightText.text(ctx, receiver);
     BString text;
     if (!joinTexts(front, behind, text)) {
-        ctx->reportError(u"Out of memory");
+        ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     return ctx->makeStringOf(std::move(text), receiver);

@@ -33,7 +33,7 @@ JSObject* noIndex(JSContext* context) {
 }
 
 JSObject* orOutOfMemory(JSContext* context, JSObject* made) {
-    if (made == nullptr) context->reportError(u"Out of memory");
+    if (made == nullptr) context->reportError(nameText(WellKnownName::outOfMemory));
     return made;
 }
 

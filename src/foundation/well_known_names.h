@@ -172,7 +172,8 @@ namespace quorvelin {
     X(NaN, "NaN")                                       \
     X(NEGATIVE_INFINITY, "NEGATIVE_INFINITY")           \
     X(POSITIVE_INFINITY, "POSITIVE_INFINITY")           \
-    X(index, "index")
+    X(index, "index")                                   \
+    X(outOfMemory, "Out of memory")
 
 // The operators, as nodes hold them. For each there is a second name, with which a script object takes the operator
 // over: "operator$+" for "+".

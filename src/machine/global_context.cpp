@@ -141,7 +141,7 @@ JSObject* JSGlobalContext::callMember(const BString& name, JSObject* args, JSCon
 // ---- Values ----
 
 JSObject* JSGlobalContext::orOutOfMemory(JSObject* made) {
-    if (made == nullptr) reportError(BString(u"Out of memory"));
+    if (made == nullptr) reportError(nameText(WellKnownName::outOfMemory));
     return made;
 }
 
@@ -178,7 +178,7 @@ JSObject* JSGlobalContext::makeArraySized(int32_t count, JSObject* receiver) {
     if (!array) return nullptr;
     array->setLength(count, receiver);
     if (array->getLength(receiver) < count) {
-        reportError(BString(u"Out of memory"));
+        reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     return array.take();

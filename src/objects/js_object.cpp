@@ -113,7 +113,7 @@ JSObject* JSObject::getItem(int32_t index, JSContext*, JSObject*) {
 JSObject* JSObject::setItem(int32_t index, JSObject* value, JSContext* ctx, JSObject* receiver) {
     if (index < 0) return value != nullptr ? value->shared() : nullptr;
     if (index >= members_.count() && !members_.appendEmpty(index - members_.count() + 1)) {
-        ctx->reportError(u"Out of memory");
+        ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
     const Value present = Value::share(members_.at(index));

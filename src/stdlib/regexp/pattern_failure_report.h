@@ -1,6 +1,7 @@
 // What a script is told when a regular expression could not be compiled or run for want of room.
 #pragma once
 
+#include "foundation/well_known_names.h"
 #include "objects/js_context.h"
 #include "stdlib/regexp/regexp_matcher.h"
 
@@ -15,7 +16,7 @@ inline bool reportPatternFailure(PatternFailure failure, JSContext* ctx) {
             ctx->reportError(u"stack overflow");
             return true;
         case PatternFailure::outOfMemory:
-            ctx->reportError(u"Out of memory");
+            ctx->reportError(nameText(WellKnownName::outOfMemory));
             return true;
         case PatternFailure::interrupted:
             return true;

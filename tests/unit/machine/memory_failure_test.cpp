@@ -29,7 +29,7 @@ const std::u16string_view kScripts[] = {
     u"l: { x = 4; } x",
     u"f = Function('a', 'b', 'var c = a; return c + b + arguments.length;'); f(1, 2, 3)",
     u"F = Function('v', 'this.v = v; this.get = Function(\\'return this.v;\\');'); p = new F(7); p.get()",
-    u"fact = Function('n', 'if (n < 2) return 1; return n * fact(n - 1);'); fact(5)",
+    u"fact = Function('n', 'if (n > 1) return n * fact(n - 1); return 1;'); fact(5)",
     u"f = Function('return typeof caller + typeof this;'); g = Function('return f();'); g()",
     u"f = Function('a', 'return a;'); f.decompile()",
     u"a = [1, 'two', [3]]; a[4] = true; a.join('-') + a.length",
@@ -85,11 +85,8 @@ TEST_P(MemoryFailureWhileRunning, EveryAllocationOfEveryStatement) {
             EXPECT_EQ(support::describe(after.get(), machine.get()), "number 21") << "allocation " << count;
             EXPECT_TRUE(transcript->messages.empty());
         }
-        RecordProperty("silent", static_cast<int>(silent));
-        // Storing is allowed to fail silently; making a value is not.
-        EXPECT_LT(silent, allocations) << "a failure must be heard of";
-        if (getenv("SHOW"))
-            printf("%s: %d of %d silent\n", support::ascii(script).c_str(), (int)silent, (int)allocations);
+        // Storing is allowed to fail silently, making a value is not.
+        EXPECT_LT(silent, allocations / 2);
     }
 }
 
@@ -135,16 +132,6 @@ TEST_P(MemoryFailureWhileRunning, EveryAllocationOfANewMachine) {
                                   nullptr));
         EXPECT_EQ(support::describe(value.get(), machine.get()), "string a1") << "allocation " << count;
     }
-}
-
-// Too large a request, as opposed to a small one that fails.
-TEST(MemoryFailureAtOnce, ArrayOfImpossibleLengthReportsAndTheRunGoesOn) {
-    const auto transcript = std::make_shared<Transcript>();
-    const Owned<support::RecordingMachine> machine(new support::RecordingMachine(transcript));
-    failAllocation(1);
-    cancelAllocationFailure();
-    const Value value(machine->evaluateText(BString(u"x = 7; x"), nullptr));
-    EXPECT_EQ(support::describe(value.get(), machine.get()), "number 7");
 }
 
 INSTANTIATE_TEST_SUITE_P(Machine, MemoryFailureWhileRunning,
