@@ -54,6 +54,7 @@ int32_t PatternCompiler::compileSequence(int32_t pos, JSPatternNode* current, in
     if (nativeStackIsShort()) return failWith(PatternFailure::stackOverflow);
     Tail tail{current, groupCount};
     while (pos != -1 && pos < length_ && pattern_[pos] != u')') pos = compileElement(pos, tail);
+    markPlainEnding(tail.current);
     return pos;
 }
 
@@ -84,6 +85,14 @@ int32_t PatternCompiler::compileElement(int32_t pos, Tail& tail) {
             return compileAlternative(pos, tail);
         default:
             return addChar(c, tail, pos + 1);
+    }
+}
+
+// Marks the units at the end of a chain whose last node will not get a `next` any more.
+void PatternCompiler::markPlainEnding(JSPatternNode* last) {
+    if (last->next != nullptr) return;
+    for (JSPatternNode* node = last; node != nullptr && node->isUnit(); node = node->parent) {
+        node->isPlainEnding = true;
     }
 }
 
@@ -119,6 +128,7 @@ int32_t PatternCompiler::addRepeat(uint32_t min, uint32_t max, Tail& tail, int32
     if (end != -1) {
         tail.current->min = min;
         tail.current->max = max;
+        if (tail.current->body != nullptr) markPlainEnding(tail.current->body);
     }
     return end;
 }
@@ -315,6 +325,7 @@ int32_t PatternCompiler::compileAlternative(int32_t pos, Tail& tail) {
         divided = divided->parent;
     // Behind a quantifier at the very start there is no group and no root above.
     if (divided == nullptr) return -1;
+    markPlainEnding(tail.current);
     return addNode(ReAlternative, divided, tail, pos + 1);
 }
 

@@ -47,6 +47,8 @@ class PatternCompiler {
     int32_t addSet(JSPatternNodeKind kind, const char16_t* members, int32_t count, Tail& tail, int32_t end);
     int32_t addRepeat(uint32_t min, uint32_t max, Tail& tail, int32_t end);
 
+    static void markPlainEnding(JSPatternNode* last);
+
     // Reads the members of a set up to its `]`; the position behind it, or -1.
     [[gnu::noinline]] int32_t readMembers(int32_t pos, TextBuilder& members);
 

@@ -25,6 +25,13 @@ class PatternMatch {
         hasOwnText_ = false;
     }
 
+    // The `length` units of the input at `position`.
+    void setPart(uint32_t position, uint32_t length) {
+        start_ = position;
+        length_ = length;
+        hasOwnText_ = false;
+    }
+
     // Puts `unit` in front, for the input's unit in front. Not at position 0. False without memory, as below.
     bool prepend(const char16_t* input, char16_t unit);
 

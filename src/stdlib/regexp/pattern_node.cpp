@@ -10,6 +10,7 @@ namespace quorvelin {
 bool JSPatternNode::setMembers(const char16_t* members, int32_t count) {
     if (!text.assign(members, count)) return false;
     for (uint32_t& bits : latinMembers_) bits = 0;
+    latinMembers_[0] = 1;
     for (int32_t i = 0; i < count && members[i] != 0; ++i) {
         const uint32_t code = members[i];
         if (code < 256) latinMembers_[code / 32] |= 1u << (code % 32);
@@ -17,10 +18,7 @@ bool JSPatternNode::setMembers(const char16_t* members, int32_t count) {
     return true;
 }
 
-bool JSPatternNode::hasMember(char16_t c) const {
-    // Quirk: a NUL is in every set, because the text of each ends in one.
-    if (c == 0) return true;
-    if (c < 256) return (latinMembers_[c / 32] >> (c % 32) & 1) != 0;
+bool JSPatternNode::hasMemberBeyondLatin(char16_t c) const {
     const char16_t* member = text.data();
     while (*member != 0 && *member != c) ++member;
     return *member != 0;

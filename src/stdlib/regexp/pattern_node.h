@@ -48,15 +48,26 @@ struct JSPatternNode {
     uint32_t max = 0;               // repetition: upper count
     char16_t ch = 0;                // ReChar
 
+    // This node and all that follow it take one unit of the input each, whatever happened before. Such an
+    // ending can be tried at one place: looking further would leave no trace.
+    bool isPlainEnding = false;
+
+    // Takes one unit of the input?
+    bool isUnit() const { return kind == ReChar || (kind >= ReAnyChar && kind <= ReNotCharSet); }
+
     // Makes `members` the set's text. False without memory.
     bool setMembers(const char16_t* members, int32_t count);
 
     // Is `c` in the set? As a search of the C library in the text would find it: it ends at the first NUL,
-    // and that it finds as well.
-    bool hasMember(char16_t c) const;
+    // and that it finds as well. Quirk: so a NUL is in every set.
+    bool hasMember(char16_t c) const {
+        return c < 256 ? (latinMembers_[c / 32] >> (c % 32) & 1) != 0 : hasMemberBeyondLatin(c);
+    }
 
   private:
-    uint32_t latinMembers_[8] = {};  // a bit for each member up to 255, as `hasMember` sees them
+    bool hasMemberBeyondLatin(char16_t c) const;
+
+    uint32_t latinMembers_[8] = {1};  // a bit for each member up to 255, as `hasMember` sees them
 };
 
 // A node from the allocator, or null.

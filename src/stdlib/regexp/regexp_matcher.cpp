@@ -169,6 +169,15 @@ bool JSRegExpMatcher::findUnit(uint32_t pos, const JSPatternNode* node, PatternM
     return false;
 }
 
+bool JSRegExpMatcher::matchPlainEnding(uint32_t pos, const JSPatternNode* node, PatternMatch& out) {
+    uint32_t end = pos;
+    for (; node != nullptr; node = node->next, ++end) {
+        if (end >= inputLength() || !accepts(node, inputAt(end))) return false;
+    }
+    out.setPart(pos, end - pos);
+    return true;
+}
+
 bool JSRegExpMatcher::accepts(const JSPatternNode* node, char16_t c) const {
     switch (node->kind) {
         case ReChar:
@@ -248,7 +257,13 @@ bool JSRegExpMatcher::findRepeat(uint32_t pos, const JSPatternNode* node, Patter
     }
 
     PatternMatch rest;
-    if (!find(at, node->next, rest)) return false;
+    bool hasRest = false;
+    // A plain ending that was found further on is still the next one from here.
+    const auto findRest = [&] {
+        hasRest = (hasRest && rest.start() >= at && isPlainEnding(node->next)) || find(at, node->next, rest);
+        return hasRest;
+    };
+    if (!findRest()) return false;
     PatternMatch bestRest;
     uint32_t bestLength = 0;
     bool isFound = false;
@@ -257,9 +272,10 @@ bool JSRegExpMatcher::findRepeat(uint32_t pos, const JSPatternNode* node, Patter
             isFound = true;
             bestLength = sofar.length();
             std::swap(bestRest, rest);
+            hasRest = false;
             if (node->kind == ReRepeatLazy) break;
         }
-    } while (count < node->max && iterate() && find(at, node->next, rest));
+    } while (count < node->max && iterate() && findRest());
     if (!isFound || failure_ != PatternFailure::none) return false;
 
     sofar.truncate(bestLength);

@@ -95,8 +95,16 @@ class JSRegExpMatcher {
 
     // Finds the chain, and at `pos` itself?
     bool findAt(uint32_t pos, const JSPatternNode* node, PatternMatch& out) {
+        if (isPlainEnding(node)) return matchPlainEnding(pos, node, out);
         return find(pos, node, out) && out.start() == pos;
     }
+
+    // May the chain be tried at one place? Not without case: then the units of the text need a look of their
+    // own.
+    bool isPlainEnding(const JSPatternNode* node) const {
+        return node != nullptr && node->isPlainEnding && !ignoreCase;
+    }
+    bool matchPlainEnding(uint32_t pos, const JSPatternNode* node, PatternMatch& out);
 
     bool accepts(const JSPatternNode* node, char16_t c) const;
     bool equalTexts(const PatternMatch& match, const BString& text) const;

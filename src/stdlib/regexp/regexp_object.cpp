@@ -24,7 +24,8 @@ JSObject* JSRegExpConstructor::call(JSObject* args, JSContext* ctx, JSObject* re
     }
     instance->compile(args, ctx, receiver);
     if (receiver != nullptr && receiver->engineClass() == EngineClass::property) {
-        // The cell of a `new` takes this very instance; an assignment would copy the pattern and lose the flags.
+        // The cell of a `new` takes this very instance; an assignment would copy the pattern and lose the
+        // flags.
         static_cast<JSProperty*>(receiver)->replaceValue(Value::share(instance.get()));
         return instance.take();
     }
@@ -58,19 +59,20 @@ void JSRegExpConstructor::beginRun(const BString& text) {
 }
 
 void JSRegExpConstructor::endRun(const JSRegExpMatcher& matcher, bool isMatch, uint32_t start,
-                                 uint32_t length, BString&& match) {
-    lastMatch_.clear();
-    lastParen_.clear();
-    leftContext_.clear();
-    rightContext_.clear();
-    if (!isMatch) return;
-    lastMatch_ = std::move(match);
-    if (const int32_t captures = matcher.captures.count(); captures > 0) {
-        lastParen_ = matcher.captures.at(captures - 1)->text;
-    }
-    const int32_t end = static_cast<int32_t>(start + length);
-    if (start > 0) leftContext_ = input_.substr(0, static_cast<int32_t>(start));
-    if (end < input_.length()) rightContext_ = input_.substr(end, -1);
+                                 uint32_t length, const BString& match) {
+    // The fields keep their buffers from run to run.
+    const auto set = [](BString& field, const char16_t* units, int32_t count) {
+        if (!field.assign(units, count)) field.clear();
+    };
+    const int32_t captures = isMatch ? matcher.captures.count() : 0;
+    const BString& paren =
+        captures > 0 ? matcher.captures.at(captures - 1)->text : nameText(WellKnownName::empty);
+    const int32_t left = isMatch ? static_cast<int32_t>(start) : 0;
+    const int32_t end = isMatch ? static_cast<int32_t>(start + length) : input_.length();
+    set(lastMatch_, match.data(), isMatch ? match.length() : 0);
+    set(lastParen_, paren.data(), paren.length());
+    set(leftContext_, input_.data(), left);
+    set(rightContext_, input_.data() + end, input_.length() - end);
 }
 
 namespace {
@@ -212,7 +214,7 @@ bool JSRegExpObject::runOn(const BString& text, Run& run, JSContext* ctx) {
     run.matcher.multiline = results != nullptr && results->getMultiline();
     if (results != nullptr) results->beginRun(text);
     const bool isMatch = run.matcher.matchNode(text, 0, root_, run.start, run.length, run.match);
-    if (results != nullptr) results->endRun(run.matcher, isMatch, run.start, run.length, BString(run.match));
+    if (results != nullptr) results->endRun(run.matcher, isMatch, run.start, run.length, run.match);
     reportPatternFailure(run.matcher.failure(), ctx);
     return isMatch;
 }

@@ -31,7 +31,7 @@ class JSRegExpConstructor final : public JSConstructorObject {
     // Takes over the results of a run on `text`.
     void beginRun(const BString& text);
     void endRun(const JSRegExpMatcher& matcher, bool isMatch, uint32_t start, uint32_t length,
-                BString&& match);
+                const BString& match);
 
   private:
     BString input_;

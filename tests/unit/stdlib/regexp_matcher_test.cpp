@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "host/allocator.h"
 
@@ -358,14 +359,55 @@ TEST(RegExpMatcher, QuirkAQuantifierAtTheStartMatchesTheEmptyText) {
 }
 
 TEST(RegExpMatcher, DeepTreesFailWithoutACrash) {
-    Expression chain(std::u16string(1000000, u'a'));
+    const std::u16string pattern = std::u16string(1000000, u'a') + u"$";
+    Expression chain(pattern);
     EXPECT_FALSE(chain.on(std::u16string(1000000, u'a')));
     EXPECT_EQ(chain.matcher.failure(), PatternFailure::stackOverflow);
     EXPECT_FALSE(chain.on(u"b"));
     EXPECT_EQ(chain.matcher.failure(), PatternFailure::none);
 
-    Expression small(std::u16string(1000, u'a'));
+    Expression small(std::u16string(1000, u'a') + u"$");
     EXPECT_TRUE(small.on(std::u16string(1000, u'a')));
+}
+
+TEST(RegExpMatcher, AnEndingOfUnitsTakesNoNativeStack) {
+    const std::u16string pattern(1000000, u'a');
+    Expression chain(pattern);
+    EXPECT_TRUE(chain.on(pattern));
+    EXPECT_EQ(chain.length, 1000000u);
+}
+
+// The same pattern with and without an ending that is tried at one place: an empty group behind it takes that
+// away.
+TEST(RegExpMatcher, AnEndingOfUnitsIsOnlyQuicker) {
+    const char16_t* const patterns[] = {u"ab",         u"a*b",        u"a+?bc",   u"[ab]+c",
+                                        u"(?:ab|.c)d", u"x|ab",       u"a{1,2,b", u"(?:a.)*b",
+                                        u"(a)(.)bc",   u"(?:a|ab)+c", u".*b.",    u"a?[^a]c"};
+    const char16_t letters[] = {u'a', u'b', u'c', u'd'};
+    for (const char16_t* pattern : patterns) {
+        Expression quick(pattern);
+        Expression slow(pattern);
+        // As if no ending were plain.
+        std::vector<JSPatternNode*> waiting = {&slow.root};
+        while (!waiting.empty()) {
+            JSPatternNode* node = waiting.back();
+            waiting.pop_back();
+            if (node == nullptr) continue;
+            node->isPlainEnding = false;
+            waiting.push_back(node->next);
+            waiting.push_back(node->body);
+        }
+        for (int code = 0; code < 4096; ++code) {
+            std::u16string input;
+            for (int rest = code; input.size() < 6; rest /= 4) input += letters[rest % 4];
+            const bool isFound = slow.on(input);
+            ASSERT_EQ(quick.on(input), isFound);
+            if (!isFound) continue;
+            ASSERT_EQ(quick.start, slow.start);
+            ASSERT_EQ(quick.length, slow.length);
+            ASSERT_TRUE(quick.found == slow.found);
+        }
+    }
 }
 
 // The group has no number of its own, so each turn adds a capture; with the ninth the reference leads to its
