@@ -15,7 +15,8 @@ void forEachParameter(const JSFunctionNode& node, Visit visit) {
     const JSNode* list = node.parameters.get();
     if (list == nullptr || list->shape().tag != JSParametersNode::kTag) return;
     const auto& parameters = static_cast<const JSParametersNode&>(*list);
-    for (const ParameterRecord* record = parameters.parameters.first; record != nullptr; record = record->next) {
+    for (const ParameterRecord* record = parameters.parameters.first; record != nullptr;
+         record = record->next) {
         if (record->name.atom() != nullptr) visit(record->name);
     }
 }
@@ -29,7 +30,8 @@ bool JSArgumentsObject::append(const Name& name, JSObject* value) {
     return true;
 }
 
-JSObject* JSArgumentsObject::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
+JSObject* JSArgumentsObject::setMember(const BString& name, JSObject* value, JSContext* ctx,
+                                       JSObject* receiver) {
     // A script's own member of `arguments` is found by its bare name like a parameter.
     const int32_t before = members().count();
     JSObject* result = JSObject::setMember(name, value, ctx, receiver);
@@ -182,10 +184,14 @@ bool JSActivation::bindArguments(JSFunctionNode* node, JSObject* args) {
 
 // ---- The root ----
 
-JSGlobalBase::JSGlobalBase() : JSActivation(nullptr, nullptr), walkState_{this} { shareState(&walkState_); }
+JSGlobalBase::JSGlobalBase() : JSActivation(nullptr, nullptr), walkState_{this} {
+    shareState(&walkState_);
+}
 
 void JSGlobalBase::reportError(const BString&) {}
 
-bool JSGlobalBase::declareFunction(const BString&, JSFunctionNode*) { return true; }
+bool JSGlobalBase::declareFunction(const BString&, JSFunctionNode*) {
+    return true;
+}
 
 }  // namespace quorvelin

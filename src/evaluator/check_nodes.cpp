@@ -1,5 +1,5 @@
-// The walk over a tree before it runs: it declares variables and parameters, in the order in which it meets them, and
-// reports the syntax error that stands in place of a tree. False refuses the run.
+// The walk over a tree before it runs: it declares variables and parameters, in the order in which it meets
+// them, and reports the syntax error that stands in place of a tree. False refuses the run.
 #include "foundation/native_stack_guard.h"
 #include "frontend/nodes.h"
 #include "objects/js_context.h"
@@ -31,21 +31,36 @@ bool JSErrorNode::check(JSContext* context) {
     return false;
 }
 
-bool JSIdentifierNode::check(JSContext*) { return true; }
-bool JSLiteralNode::check(JSContext*) { return true; }
-bool JSBreakNode::check(JSContext*) { return true; }
-bool JSContinueNode::check(JSContext*) { return true; }
-bool JSRegExpNode::check(JSContext*) { return true; }
+bool JSIdentifierNode::check(JSContext*) {
+    return true;
+}
+bool JSLiteralNode::check(JSContext*) {
+    return true;
+}
+bool JSBreakNode::check(JSContext*) {
+    return true;
+}
+bool JSContinueNode::check(JSContext*) {
+    return true;
+}
+bool JSRegExpNode::check(JSContext*) {
+    return true;
+}
 
 // Quirk: the statement behind a label is not walked, so a `var` in it is not declared.
-bool JSLabelNode::check(JSContext*) { return true; }
+bool JSLabelNode::check(JSContext*) {
+    return true;
+}
 
-bool JSFunctionNode::check(JSContext* context) { return context->declareFunction(name.text(), this); }
+bool JSFunctionNode::check(JSContext* context) {
+    return context->declareFunction(name.text(), this);
+}
 
 bool JSVarNode::check(JSContext* context) {
     for (const VariableRecord* record = variables.first; record != nullptr; record = record->next) {
         if (!context->declareVariable(record->name.text()) || context->stopped()) return false;
-        if (record->initialiser && (!checkChild(record->initialiser, context) || context->stopped())) return false;
+        if (record->initialiser && (!checkChild(record->initialiser, context) || context->stopped()))
+            return false;
     }
     return true;
 }
@@ -76,26 +91,60 @@ bool checkEntries(const RecordList<ListRecord>& entries, JSContext* context) {
 
 }  // namespace
 
-bool JSArgumentsNode::check(JSContext* context) { return checkEntries(entries, context); }
-bool JSArrayNode::check(JSContext* context) { return checkEntries(entries, context); }
+bool JSArgumentsNode::check(JSContext* context) {
+    return checkEntries(entries, context);
+}
+bool JSArrayNode::check(JSContext* context) {
+    return checkEntries(entries, context);
+}
 
-bool JSMemberNode::check(JSContext* context) { return checkChild(object, context); }
-bool JSUnaryNode::check(JSContext* context) { return checkChild(operand, context); }
-bool JSPostfixNode::check(JSContext* context) { return checkChild(operand, context); }
-bool JSMemberCallNode::check(JSContext* context) { return checkAll(context, object, arguments); }
-bool JSCallNode::check(JSContext* context) { return checkAll(context, callee, arguments); }
-bool JSIndexNode::check(JSContext* context) { return checkAll(context, object, index); }
-bool JSCommaNode::check(JSContext* context) { return checkAll(context, left, right); }
-bool JSForInNode::check(JSContext* context) { return checkAll(context, object, body); }
-bool JSBinaryNode::check(JSContext* context) { return checkAll(context, left, right); }
-bool JSConditionalNode::check(JSContext* context) { return checkAll(context, condition, thenValue, elseValue); }
+bool JSMemberNode::check(JSContext* context) {
+    return checkChild(object, context);
+}
+bool JSUnaryNode::check(JSContext* context) {
+    return checkChild(operand, context);
+}
+bool JSPostfixNode::check(JSContext* context) {
+    return checkChild(operand, context);
+}
+bool JSMemberCallNode::check(JSContext* context) {
+    return checkAll(context, object, arguments);
+}
+bool JSCallNode::check(JSContext* context) {
+    return checkAll(context, callee, arguments);
+}
+bool JSIndexNode::check(JSContext* context) {
+    return checkAll(context, object, index);
+}
+bool JSCommaNode::check(JSContext* context) {
+    return checkAll(context, left, right);
+}
+bool JSForInNode::check(JSContext* context) {
+    return checkAll(context, object, body);
+}
+bool JSBinaryNode::check(JSContext* context) {
+    return checkAll(context, left, right);
+}
+bool JSConditionalNode::check(JSContext* context) {
+    return checkAll(context, condition, thenValue, elseValue);
+}
 
 // The order in which the parts are walked is the order in which their names are declared.
-bool JSForNode::check(JSContext* context) { return checkAll(context, condition, update, init, body); }
-bool JSIfNode::check(JSContext* context) { return checkAll(context, condition, thenPart, elsePart); }
-bool JSDoNode::check(JSContext* context) { return checkAll(context, body, condition); }
-bool JSWhileNode::check(JSContext* context) { return checkAll(context, condition, body); }
-bool JSReturnNode::check(JSContext* context) { return checkChild(value, context); }
+bool JSForNode::check(JSContext* context) {
+    return checkAll(context, condition, update, init, body);
+}
+bool JSIfNode::check(JSContext* context) {
+    return checkAll(context, condition, thenPart, elsePart);
+}
+bool JSDoNode::check(JSContext* context) {
+    return checkAll(context, body, condition);
+}
+bool JSWhileNode::check(JSContext* context) {
+    return checkAll(context, condition, body);
+}
+bool JSReturnNode::check(JSContext* context) {
+    return checkChild(value, context);
+}
 
 // Quirk: the subject of a switch and the object of a with are not walked.
 bool JSSwitchNode::check(JSContext* context) {
@@ -106,6 +155,8 @@ bool JSSwitchNode::check(JSContext* context) {
     return true;
 }
 
-bool JSWithNode::check(JSContext* context) { return object && checkChild(body, context); }
+bool JSWithNode::check(JSContext* context) {
+    return object && checkChild(body, context);
+}
 
 }  // namespace quorvelin

@@ -1,9 +1,9 @@
 // The operations of JSContext: state of the walk, calls, factories, running nodes.
+#include "evaluator/contexts.h"
+#include "evaluator/peek.h"
 #include "foundation/native_stack_guard.h"
 #include "foundation/stream.h"
 #include "foundation/well_known_names.h"
-#include "evaluator/contexts.h"
-#include "evaluator/peek.h"
 #include "frontend/nodes.h"
 #include "frontend/parser.h"
 #include "frontend/tree_reader.h"
@@ -14,13 +14,16 @@
 
 namespace quorvelin {
 
-JSContext::~JSContext() { complete(JSCompletion::normal); }
+JSContext::~JSContext() {
+    complete(JSCompletion::normal);
+}
 
 // ---- The walk's state ----
 
 void JSContext::complete(JSCompletion completion) {
     if (state_ != nullptr) {
-        state_->stoppedContexts += (completion != JSCompletion::normal) - (completion_ != JSCompletion::normal);
+        state_->stoppedContexts +=
+            (completion != JSCompletion::normal) - (completion_ != JSCompletion::normal);
     }
     completion_ = completion;
 }
@@ -38,7 +41,9 @@ bool JSContext::isStopped() {
     return parent() != nullptr && parent()->stopped();
 }
 
-JSCompletion JSContext::getCompletion() { return completion_; }
+JSCompletion JSContext::getCompletion() {
+    return completion_;
+}
 
 JSCompletion JSContext::setCompletion(JSCompletion completion) {
     complete(completion);
@@ -63,15 +68,23 @@ void JSContext::getPosition(int32_t& line, int32_t& column) {
     }
 }
 
-void JSContext::currentLabel(BString& out) { out = currentLabel_.text(); }
+void JSContext::currentLabel(BString& out) {
+    out = currentLabel_.text();
+}
 
-void JSContext::jumpLabel(BString& out) { out = jumpLabel_.text(); }
+void JSContext::jumpLabel(BString& out) {
+    out = jumpLabel_.text();
+}
 
-bool JSContext::jumpIsMine() const { return jumpLabel_.text().isEmpty() || jumpLabel_ == currentLabel_; }
+bool JSContext::jumpIsMine() const {
+    return jumpLabel_.text().isEmpty() || jumpLabel_ == currentLabel_;
+}
 
 // ---- This objects and calls ----
 
-JSObject* JSContext::nearestThis() { return parent() != nullptr ? parent()->nearestThis() : nullptr; }
+JSObject* JSContext::nearestThis() {
+    return parent() != nullptr ? parent()->nearestThis() : nullptr;
+}
 
 JSObject* JSContext::getThis(JSContext* ctx, JSObject* receiver) {
     if (receiver != nullptr) return receiver->shared();
@@ -83,7 +96,8 @@ JSObject* JSContext::getThis(JSContext* ctx, JSObject* receiver) {
     return root->shared();
 }
 
-JSObject* JSContext::callWithThis(JSObject* object, JSObject* function, JSObject* args, JSContext*, JSObject* receiver) {
+JSObject* JSContext::callWithThis(JSObject* object, JSObject* function, JSObject* args, JSContext*,
+                                  JSObject* receiver) {
     // A native method that calls itself by a cell of the same name gets here without running a node.
     if (nativeStackIsShort()) {
         reportError(u"stack overflow");
@@ -98,7 +112,9 @@ JSContext* JSContext::makeThisContext(JSObject* object, JSObject*, JSObject*) {
     return new JSThisContext(this, object);
 }
 
-JSContext* JSContext::makeLocalContext(JSObject*, JSObject*) { return new JSLocalContext(this); }
+JSContext* JSContext::makeLocalContext(JSObject*, JSObject*) {
+    return new JSLocalContext(this);
+}
 
 namespace {
 
@@ -116,33 +132,47 @@ JSObject* JSContext::makeMethodRef(JSObject* owner, const BString& name, bool na
 
 // ---- Factories that go up ----
 
-// The context that serves what this one cannot: the root at once where nothing stands between that could have a say.
+// The context that serves what this one cannot: the root at once where nothing stands between that could have
+// a say.
 #define UP (state_ != nullptr && state_->root != this ? state_->root : parent())
-#define GO_UP(call)             \
+#define GO_UP(call)              \
     JSContext* const above = UP; \
     return above != nullptr ? above->call : nullptr
 
-JSObject* JSContext::makeString(const BString& text, JSObject* receiver) { GO_UP(makeString(text, receiver)); }
+JSObject* JSContext::makeString(const BString& text, JSObject* receiver) {
+    GO_UP(makeString(text, receiver));
+}
 
-JSObject* JSContext::makeRegExp(const BString& source, JSObject* receiver) { GO_UP(makeRegExp(source, receiver)); }
+JSObject* JSContext::makeRegExp(const BString& source, JSObject* receiver) {
+    GO_UP(makeRegExp(source, receiver));
+}
 
-JSObject* JSContext::makeBoolean(bool value, JSObject* receiver) { GO_UP(makeBoolean(value, receiver)); }
+JSObject* JSContext::makeBoolean(bool value, JSObject* receiver) {
+    GO_UP(makeBoolean(value, receiver));
+}
 
 JSObject* JSContext::makeNumberText(const BString& text, int32_t radix, JSObject* receiver) {
     GO_UP(makeNumberText(text, radix, receiver));
 }
 
-JSObject* JSContext::makeNumber(const JSNumberValue& value, JSObject* receiver) { GO_UP(makeNumber(value, receiver)); }
+JSObject* JSContext::makeNumber(const JSNumberValue& value, JSObject* receiver) {
+    GO_UP(makeNumber(value, receiver));
+}
 
-JSObject* JSContext::makeArraySized(int32_t count, JSObject* receiver) { GO_UP(makeArraySized(count, receiver)); }
+JSObject* JSContext::makeArraySized(int32_t count, JSObject* receiver) {
+    GO_UP(makeArraySized(count, receiver));
+}
 
-JSObject* JSContext::makeArray(JSObject* receiver) { GO_UP(makeArray(receiver)); }
+JSObject* JSContext::makeArray(JSObject* receiver) {
+    GO_UP(makeArray(receiver));
+}
 
 JSObject* JSContext::makeDateNumber(const JSNumberValue& seconds, JSObject* receiver) {
     GO_UP(makeDateNumber(seconds, receiver));
 }
 
-JSObject* JSContext::makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours, JSObject* receiver) {
+JSObject* JSContext::makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours,
+                                     JSObject* receiver) {
     GO_UP(makeDateFields4(year, month, day, hours, receiver));
 }
 
@@ -160,27 +190,39 @@ JSObject* JSContext::makeDateFields3(int32_t year, int32_t month, int32_t day, J
     GO_UP(makeDateFields3(year, month, day, receiver));
 }
 
-JSObject* JSContext::makeDateValue(JSObject* value, JSObject* receiver) { GO_UP(makeDateValue(value, receiver)); }
+JSObject* JSContext::makeDateValue(JSObject* value, JSObject* receiver) {
+    GO_UP(makeDateValue(value, receiver));
+}
 
-JSObject* JSContext::makeDateNow(JSObject* receiver) { GO_UP(makeDateNow(receiver)); }
+JSObject* JSContext::makeDateNow(JSObject* receiver) {
+    GO_UP(makeDateNow(receiver));
+}
 
-JSObject* JSContext::makeFunction(JSFunctionNode* node, JSObject* receiver) { GO_UP(makeFunction(node, receiver)); }
+JSObject* JSContext::makeFunction(JSFunctionNode* node, JSObject* receiver) {
+    GO_UP(makeFunction(node, receiver));
+}
 
 #undef GO_UP
 #undef UP
 
 // ---- Factories that every context serves ----
 
-JSObject* JSContext::makeUndefined(JSObject*) { return nullptr; }
+JSObject* JSContext::makeUndefined(JSObject*) {
+    return nullptr;
+}
 
-JSObject* JSContext::makeNull(JSObject*) { return made(this, new JSNull()); }
+JSObject* JSContext::makeNull(JSObject*) {
+    return made(this, new JSNull());
+}
 
 JSObject* JSContext::makeObject(JSObject*) {
     const Value function(currentFunction());
     return made(this, new JSPlainObject(function.get()));
 }
 
-JSObject* JSContext::currentFunction() { return parent() != nullptr ? parent()->currentFunction() : nullptr; }
+JSObject* JSContext::currentFunction() {
+    return parent() != nullptr ? parent()->currentFunction() : nullptr;
+}
 
 // ---- Declarations ----
 
@@ -190,9 +232,13 @@ bool JSContext::declareFunction(const BString& name, JSFunctionNode* node) {
     return false;
 }
 
-bool JSContext::declareVariable(const BString& name) { return parent() != nullptr && parent()->declareVariable(name); }
+bool JSContext::declareVariable(const BString& name) {
+    return parent() != nullptr && parent()->declareVariable(name);
+}
 
-bool JSContext::declareParameter(const BString& name) { return parent() != nullptr && parent()->declareParameter(name); }
+bool JSContext::declareParameter(const BString& name) {
+    return parent() != nullptr && parent()->declareParameter(name);
+}
 
 // ---- Running nodes ----
 
@@ -214,8 +260,8 @@ JSObject* JSContext::execute(JSNode* node, JSObject* receiver) {
         setPosition(node->line, node->column);
     }
     JSObject* result = node->run(this, receiver);
-    // Quirk: when a jump is pending the label is not put back, so a break or continue with a label never finds the loop
-    // that carries it, and the position stays on the statement that jumped.
+    // Quirk: when a jump is pending the label is not put back, so a break or continue with a label never
+    // finds the loop that carries it, and the position stays on the statement that jumped.
     if (!stopped()) {
         setPosition(line, column);
         std::swap(label, currentLabel_);
@@ -299,13 +345,14 @@ bool JSContext::conditionFails(JSNode* condition, JSObject* receiver) {
     return stopped() || !holds;
 }
 
-JSObject* JSContext::executeLoop(JSNode* init, JSNode* preCondition, JSNode* body, JSNode* postCondition, JSNode* step,
-                                 JSObject* receiver) {
+JSObject* JSContext::executeLoop(JSNode* init, JSNode* preCondition, JSNode* body, JSNode* postCondition,
+                                 JSNode* step, JSObject* receiver) {
     if (init != nullptr) {
         const Value value(execute(init, receiver));
         if (stopped()) return nullptr;
     }
-    const bool hasParts = preCondition != nullptr || body != nullptr || postCondition != nullptr || step != nullptr;
+    const bool hasParts =
+        preCondition != nullptr || body != nullptr || postCondition != nullptr || step != nullptr;
     for (;;) {
         // `for (;;);` runs nothing that would ask, and a host must be able to end it.
         if (!hasParts && stopped()) return nullptr;

@@ -26,8 +26,8 @@ class JSArgumentsObject final : public JSObject {
     JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) override;
 };
 
-// One running call of a script function. Its parent is the context of the caller, so a name that is not local is looked
-// for among the caller's.
+// One running call of a script function. Its parent is the context of the caller, so a name that is not local
+// is looked for among the caller's.
 class JSActivation : public JSLocalContext {
   public:
     // References `callerFunction`, which may be null.
@@ -40,8 +40,8 @@ class JSActivation : public JSLocalContext {
     void doReturn(JSObject* value, JSObject* receiver) override;
     JSObject* currentFunction() override;
 
-    // Runs a function in this activation. `receiver` is the object under construction, null without a `new`; it is not
-    // referenced. The result is what `return` gave, with a reference for the caller.
+    // Runs a function in this activation. `receiver` is the object under construction, null without a `new`;
+    // it is not referenced. The result is what `return` gave, with a reference for the caller.
     JSObject* runFunction(JSFunctionNode* node, JSObject* args, JSObject* receiver);
 
     // True when the engine could not make all parts of the activation.
@@ -80,7 +80,8 @@ class JSGlobalBase : public JSActivation {
     JSWalkState walkState_;
 };
 
-// The scope of a `with` statement: the object is asked before the chain. A call by bare name does not see the object.
+// The scope of a `with` statement: the object is asked before the chain. A call by bare name does not see the
+// object.
 class JSWithContext final : public JSContext {
   public:
     // References both; `object` may be null, which leaves the chain alone.

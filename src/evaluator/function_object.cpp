@@ -15,13 +15,19 @@ JSFunction::JSFunction(JSObject* constructor, JSObject* inner, JSFunctionNode* n
     node_->addRef();
 }
 
-JSFunction::~JSFunction() { node_->release(); }
+JSFunction::~JSFunction() {
+    node_->release();
+}
 
-JSValueType JSFunction::valueType(JSContext*, JSObject*) { return JSValueType::function; }
+JSValueType JSFunction::valueType(JSContext*, JSObject*) {
+    return JSValueType::function;
+}
 
 namespace {
 
-bool isDecompile(const BString& name) { return name == nameText(WellKnownName::decompile); }
+bool isDecompile(const BString& name) {
+    return name == nameText(WellKnownName::decompile);
+}
 
 }  // namespace
 
@@ -59,9 +65,13 @@ JSObject* JSFunction::callMember(const BString& name, JSObject* args, JSContext*
     return JSInstance::callMember(name, args, ctx, receiver);
 }
 
-JSObject* JSFunction::asObject(JSContext* ctx, JSObject* receiver) { return ctx->makeFunction(node_, receiver); }
+JSObject* JSFunction::asObject(JSContext* ctx, JSObject* receiver) {
+    return ctx->makeFunction(node_, receiver);
+}
 
-void JSFunction::memberName(BString& out, JSContext*, JSObject*) { out = node_->name.text(); }
+void JSFunction::memberName(BString& out, JSContext*, JSObject*) {
+    out = node_->name.text();
+}
 
 JSObject* JSFunction::call(JSObject* args, JSContext* ctx, JSObject* receiver) {
     if (nativeStackIsShort()) {

@@ -1,7 +1,8 @@
 // Script functions and their constructor.
 //
-// A function object holds its syntax tree and nothing of the place where it was made: names are looked up among the
-// callers. The constructor compiles text into functions, and is the only way in which a script makes one.
+// A function object holds its syntax tree and nothing of the place where it was made: names are looked up
+// among the callers. The constructor compiles text into functions, and is the only way in which a script
+// makes one.
 #pragma once
 
 #include "objects/constructor_object.h"

@@ -77,7 +77,9 @@ double JSContext::parseFloatArguments(JSObject* args, JSContext* ctx, JSObject* 
     return parseFloatText(text);
 }
 
-double JSContext::parseFloatText(const BString& text) { return JSNumberValue::fromText(text, 10).value; }
+double JSContext::parseFloatText(const BString& text) {
+    return JSNumberValue::fromText(text, 10).value;
+}
 
 void JSContext::escapeArguments(BString& out, JSObject* args, JSContext* ctx, JSObject* receiver) {
     BString text;
@@ -106,8 +108,8 @@ void JSContext::unescapeArguments(BString& out, JSObject* args, JSContext* ctx, 
     unescapeText(out, text);
 }
 
-// Quirk: the positions are counted from different places in the text before and behind a "%", so this undoes what
-// `escapeText` does only for texts without one.
+// Quirk: the positions are counted from different places in the text before and behind a "%", so this undoes
+// what `escapeText` does only for texts without one.
 void JSContext::unescapeText(BString& out, const BString& text) {
     TextBuilder result;
     // 1. What is left of the text, as a range of a copy: the part in front is what has been deleted from it.

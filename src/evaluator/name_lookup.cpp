@@ -1,8 +1,8 @@
 // Names: how a context finds who answers a name.
 //
-// A name is looked for in this context and then up the chain, which is the chain of calls: as deep as the script has
-// called. So the search is a loop and not a recursion. Only a context of a host's own is asked by its virtual operation,
-// and so is the root, behind which nothing follows.
+// A name is looked for in this context and then up the chain, which is the chain of calls: as deep as the
+// script has called. So the search is a loop and not a recursion. Only a context of a host's own is asked by
+// its virtual operation, and so is the root, behind which nothing follows.
 #include "foundation/heap_block.h"
 #include "objects/js_context.h"
 #include "objects/member_request.h"
@@ -41,7 +41,8 @@ JSContext::Place JSContext::findPlace(const NameQuery& query) {
         if (context != this && asksItself) {
             // What the chain has comes before the this objects below it.
             if (sawLateObject && !context->hasMember(query.name, query.ctx, query.receiver)) {
-                if (JSObject* object = lateStart->findLateObject(query, context)) return {this, {Holder::object, object}, false};
+                if (JSObject* object = lateStart->findLateObject(query, context))
+                    return {this, {Holder::object, object}, false};
             }
             return {context, {Holder::nobody}, true};
         }
@@ -49,8 +50,8 @@ JSContext::Place JSContext::findPlace(const NameQuery& query) {
         if (holder.kind != Holder::nobody) return {context, holder, false};
         if (context->parent() == nullptr) return {context, {Holder::nobody}, false};
         if (query.purpose == NameQuery::Purpose::call) {
-            // Quirk: a parameter, or a member of the object of a `with`, is not called by its name; but the chain has the
-            // name, and so the this objects below are not asked either.
+            // Quirk: a parameter, or a member of the object of a `with`, is not called by its name; but the
+            // chain has the name, and so the this objects below are not asked either.
             NameQuery exists = query;
             exists.purpose = NameQuery::Purpose::exists;
             if (context->holderOf(exists).kind != Holder::nobody) {
@@ -82,7 +83,8 @@ JSObject* JSContext::findLateObject(const NameQuery& query, JSContext* end) {
 
 JSProperty* JSContext::peekCell(const Atom* atom, int32_t& hint) {
     // Names of the engine's own may be answered by a dispatch.
-    if (state_ == nullptr || state_->stoppedContexts != 0 || atom == nullptr || atom->wellKnown() >= 0) return nullptr;
+    if (state_ == nullptr || state_->stoppedContexts != 0 || atom == nullptr || atom->wellKnown() >= 0)
+        return nullptr;
     if (isRootsAlone(atom)) return state_->root->members().peek(atom, hint);
     for (JSContext* context = this; context != nullptr; context = context->parent()) {
         if (context->asksObjectFirst_ || !context->isEngines_) return nullptr;
@@ -178,14 +180,22 @@ JSObject* JSContext::callMember(const BString& name, JSObject* args, JSContext* 
     }
 }
 
-JSValueType JSContext::specialType(const NameQuery&) { return JSValueType::undefined; }
+JSValueType JSContext::specialType(const NameQuery&) {
+    return JSValueType::undefined;
+}
 
-JSObject* JSContext::specialGet(const NameQuery&) { return nullptr; }
+JSObject* JSContext::specialGet(const NameQuery&) {
+    return nullptr;
+}
 
-JSObject* JSContext::specialSet(const NameQuery&, JSObject*) { return nullptr; }
+JSObject* JSContext::specialSet(const NameQuery&, JSObject*) {
+    return nullptr;
+}
 
 void JSContext::specialDelete(const NameQuery&) {}
 
-JSObject* JSContext::specialCall(const NameQuery&, JSObject*) { return nullptr; }
+JSObject* JSContext::specialCall(const NameQuery&, JSObject*) {
+    return nullptr;
+}
 
 }  // namespace quorvelin

@@ -52,7 +52,8 @@ int32_t compareNumbers(JSObject* left, JSObject* right, JSContext* ctx, JSObject
     JSNumberValue b;
     if (!comparedNumbers(left, right, a, b, ctx, receiver)) return kComparisonStopped;
     if (a.isFinite() && b.isFinite()) return JSNumberValue::compareValues(a.value, b.value);
-    // Quirk: whatever is not finite and not less is greater, so NaN is greater than anything, itself included.
+    // Quirk: whatever is not finite and not less is greater, so NaN is greater than anything, itself
+    // included.
     return a.less(b) ? -1 : 1;
 }
 
@@ -79,7 +80,8 @@ int32_t compareText(JSObject* left, JSObject* right, JSContext* ctx, JSObject* r
 
 using NumericOperation = JSNumberValue (JSNumberValue::*)(const JSNumberValue&) const;
 
-JSObject* applyNumeric(NumericOperation operation, JSObject* left, JSObject* right, JSContext* ctx, JSObject* receiver) {
+JSObject* applyNumeric(NumericOperation operation, JSObject* left, JSObject* right, JSContext* ctx,
+                       JSObject* receiver) {
     JSNumberValue a;
     left->asNumber(a, ctx, receiver);
     if (ctx->isStopped()) return nullptr;
@@ -89,7 +91,9 @@ JSObject* applyNumeric(NumericOperation operation, JSObject* left, JSObject* rig
     return ctx->makeNumber((a.*operation)(b), receiver);
 }
 
-bool isNumeric(Type type) { return type == Type::number || type == Type::boolean; }
+bool isNumeric(Type type) {
+    return type == Type::number || type == Type::boolean;
+}
 
 // Puts two texts together with one allocation and one copy of each.
 bool joinTexts(const BString& front, const BString& behind, BString& text) {
@@ -101,7 +105,8 @@ bool joinTexts(const BString& front, const BString& behind, BString& text) {
 }
 
 // Quirk: the right side is converted first.
-JSObject* applyAdd(JSObject* left, JSObject* right, Type leftType, Type rightType, JSContext* ctx, JSObject* receiver) {
+JSObject* applyAdd(JSObject* left, JSObject* right, Type leftType, Type rightType, JSContext* ctx,
+                   JSObject* receiver) {
     if (isNumeric(leftType) && isNumeric(rightType)) {
         JSNumberValue b;
         right->asNumber(b, ctx, receiver);
@@ -195,8 +200,8 @@ const BinaryOperator* findOperator(const Name& op) {
     return nullptr;
 }
 
-// The name with which an object takes the operator over. Only a loaded tree can hold an operator that the engine does not
-// know; then the name is put together.
+// The name with which an object takes the operator over. Only a loaded tree can hold an operator that the
+// engine does not know; then the name is put together.
 Name overloadOf(const Name& op) {
     const int32_t wellKnown = op.atom() != nullptr ? op.atom()->wellKnown() : -1;
     if (wellKnown >= static_cast<int32_t>(WellKnownName::assignOperator) &&
@@ -249,7 +254,8 @@ JSObject* applyBinary(const Name& op, JSObject* left, JSObject* right, JSContext
     if (left == nullptr || right == nullptr) return nullptr;
     // Quirk: the right value itself stands where the list of arguments would.
     const Name overload = overloadOf(op);
-    if (left->hasMember(overload.text(), ctx, receiver)) return left->callMember(overload.text(), right, ctx, receiver);
+    if (left->hasMember(overload.text(), ctx, receiver))
+        return left->callMember(overload.text(), right, ctx, receiver);
     const Type leftType = left->valueType(ctx, receiver);
     const Type rightType = right->valueType(ctx, receiver);
     if (leftType == Type::undefined || rightType == Type::undefined) return ctx->makeUndefined(receiver);

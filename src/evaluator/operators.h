@@ -1,5 +1,5 @@
-// The binary operators: one function for all, so that compound assignments share it, and the comparison that the
-// comparing operators and the sorting of arrays are made of.
+// The binary operators: one function for all, so that compound assignments share it, and the comparison that
+// the comparing operators and the sorting of arrays are made of.
 #pragma once
 
 #include "foundation/name.h"
@@ -7,9 +7,9 @@
 
 namespace quorvelin {
 
-// Applies the operator with this text. A null operand, an undefined one and an unknown operator give null, silently. The
-// left operand can take the operator over by a member named "operator$" and the operator. The operands are borrowed, the
-// result carries a reference.
+// Applies the operator with this text. A null operand, an undefined one and an unknown operator give null,
+// silently. The left operand can take the operator over by a member named "operator$" and the operator. The
+// operands are borrowed, the result carries a reference.
 JSObject* applyBinary(const Name& op, JSObject* left, JSObject* right, JSContext* ctx, JSObject* receiver);
 
 // The operator that a compound assignment applies: its text without the last character.

@@ -19,7 +19,9 @@ constexpr uint8_t kEnoughFailedPeeks = 8;
 using EngineClass = JSObject::EngineClass;
 
 // A finite number that the tolerance of comparisons does not take for 0.
-bool isTrue(double number) { return JSNumberValue::compareValues(number, 0.0) != 0; }
+bool isTrue(double number) {
+    return JSNumberValue::compareValues(number, 0.0) != 0;
+}
 
 bool foundNumber(double number, PeekedValue& out) {
     out = {true, number, isTrue(number)};
@@ -34,7 +36,8 @@ bool foundTruth(bool truth, PeekedValue& out) {
 bool peekHeldValue(const JSProperty* cell, PeekedValue& out) {
     double number = 0.0;
     if (peekNumber(cell, number)) return foundNumber(number, out);
-    if (cell == nullptr || cell->value() == nullptr || cell->value()->engineClass() != EngineClass::boolean) return false;
+    if (cell == nullptr || cell->value() == nullptr || cell->value()->engineClass() != EngineClass::boolean)
+        return false;
     return foundTruth(static_cast<const JSBooleanInstance*>(cell->value())->storedValue(), out);
 }
 
@@ -55,7 +58,8 @@ JSObject* peekHeldObject(JSNode* node, JSContext* context) {
 
 bool peekNumber(const JSProperty* cell, double& number) {
     const JSObject* value = cell != nullptr ? cell->value() : nullptr;
-    if (value == nullptr || value->engineClass() != EngineClass::number || value->ownMembers().count() != 0) return false;
+    if (value == nullptr || value->engineClass() != EngineClass::number || value->ownMembers().count() != 0)
+        return false;
     const JSNumberValue& stored = static_cast<const JSNumberInstance*>(value)->storedValue();
     if (!stored.isFinite()) return false;
     number = stored.value;
@@ -146,13 +150,21 @@ bool peekTruth(JSNode* node, JSContext* context, bool& truth) {
 
 // ---- Nodes ----
 
-bool JSNode::peek(JSContext*, PeekedValue&) { return false; }
+bool JSNode::peek(JSContext*, PeekedValue&) {
+    return false;
+}
 
-JSProperty* JSNode::peekCell(JSContext*) { return nullptr; }
+JSProperty* JSNode::peekCell(JSContext*) {
+    return nullptr;
+}
 
-JSProperty* JSIdentifierNode::peekCell(JSContext* context) { return context->peekCell(name.atom(), placeHint); }
+JSProperty* JSIdentifierNode::peekCell(JSContext* context) {
+    return context->peekCell(name.atom(), placeHint);
+}
 
-bool JSIdentifierNode::peek(JSContext* context, PeekedValue& out) { return peekHeldValue(peekCell(context), out); }
+bool JSIdentifierNode::peek(JSContext* context, PeekedValue& out) {
+    return peekHeldValue(peekCell(context), out);
+}
 
 JSProperty* JSMemberNode::peekCell(JSContext* context) {
     const JSObject* owner = peekHeldObject(object.get(), context);
@@ -184,7 +196,9 @@ JSProperty* JSIndexNode::peekCell(JSContext* context) {
     return owner->ownMembers().contains(place) ? owner->ownMembers().at(place) : nullptr;
 }
 
-bool JSIndexNode::peek(JSContext* context, PeekedValue& out) { return peekHeldValue(peekCell(context), out); }
+bool JSIndexNode::peek(JSContext* context, PeekedValue& out) {
+    return peekHeldValue(peekCell(context), out);
+}
 
 bool JSLiteralNode::peek(JSContext*, PeekedValue& out) {
     switch (tokenKind) {
@@ -217,7 +231,9 @@ bool JSBinaryNode::peek(JSContext* context, PeekedValue& out) {
 }
 
 // An assignment changes something.
-bool JSAssignNode::peek(JSContext*, PeekedValue&) { return false; }
+bool JSAssignNode::peek(JSContext*, PeekedValue&) {
+    return false;
+}
 
 bool JSLogicalOrNode::peek(JSContext* context, PeekedValue& out) {
     bool truth = false;
@@ -248,7 +264,8 @@ bool JSUnaryNode::peek(JSContext* context, PeekedValue& out) {
     }
     double number = 0.0;
     if (which == nameAtom(WellKnownName::subtractOperator)) {
-        return !nativeStackIsShort() && peekFiniteNumber(operand.get(), context, number) && foundNumber(-number, out);
+        return !nativeStackIsShort() && peekFiniteNumber(operand.get(), context, number) &&
+               foundNumber(-number, out);
     }
     if (which == nameAtom(WellKnownName::complementOperator)) {
         return !nativeStackIsShort() && peekFiniteNumber(operand.get(), context, number) &&

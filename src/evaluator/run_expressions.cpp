@@ -1,7 +1,7 @@
 // `run` of the expression nodes.
 //
-// Every child runs through the context's `execute`, and after each one the node asks whether the walk has stopped; if so
-// it lets go of what it holds and gives null.
+// Every child runs through the context's `execute`, and after each one the node asks whether the walk has
+// stopped; if so it lets go of what it holds and gives null.
 #include "evaluator/operators.h"
 #include "evaluator/peek.h"
 #include "foundation/number_text.h"
@@ -129,12 +129,14 @@ JSProperty* peekAssignment(const JSAssignNode& node, JSContext* context, double&
     if (target == nullptr || !node.right->peek(context, value) || !value.isNumber) return nullptr;
     number = value.number;
     if (node.op.atom() == nameAtom(WellKnownName::assignOperator)) {
-        // Quirk: assigning clears the cell before it reads the value, so a cell assigned to itself becomes undefined. A
-        // right side that is a reference is left to the steps that do so; what computes a number has read it before.
+        // Quirk: assigning clears the cell before it reads the value, so a cell assigned to itself becomes
+        // undefined. A right side that is a reference is left to the steps that do so; what computes a number
+        // has read it before.
         return node.right->kind == kBinaryKind || node.right->kind == kLiteralKind ? target : nullptr;
     }
     double before = 0.0;
-    if (!peekNumber(target, before) || !applyToNumbers(operatorOfAssignment(node.op), before, number, value)) {
+    if (!peekNumber(target, before) ||
+        !applyToNumbers(operatorOfAssignment(node.op), before, number, value)) {
         return nullptr;
     }
     number = value.number;
@@ -145,7 +147,8 @@ JSProperty* peekAssignment(const JSAssignNode& node, JSContext* context, double&
 
 JSObject* JSAssignNode::run(JSContext* context, JSObject* receiver) {
     double number = 0.0;
-    if (JSProperty* cell = peekAssignment(*this, context, number)) return storeNumber(cell, number, context, receiver);
+    if (JSProperty* cell = peekAssignment(*this, context, number))
+        return storeNumber(cell, number, context, receiver);
     const Value target(context->execute(left.get(), receiver));
     if (context->stopped()) return nullptr;
     if (!target) return wrongLvalue(context);
@@ -172,8 +175,8 @@ bool truthOf(const Value& value, JSContext* context, JSObject* receiver) {
     return value && value->asBoolean(context, receiver);
 }
 
-// Both logical operators: the left side decides if it has the deciding truth value, else the right side is the answer.
-// Quirk: the operands themselves are never the result, only a new boolean.
+// Both logical operators: the left side decides if it has the deciding truth value, else the right side is
+// the answer. Quirk: the operands themselves are never the result, only a new boolean.
 JSObject* runLogical(JSBinaryNode& node, bool deciding, JSContext* context, JSObject* receiver) {
     bool peeked = false;
     if (peekTruth(&node, context, peeked)) return context->makeBoolean(peeked, receiver);
@@ -248,7 +251,8 @@ bool numberOperand(const Value& value, JSNumberValue& number, JSContext* context
 }
 
 // Steps the number in the cell of the operand, where that can be had by peeking.
-bool peekStep(JSNode* operand, const Name& op, JSContext* context, JSProperty*& cell, double& before, double& after) {
+bool peekStep(JSNode* operand, const Name& op, JSContext* context, JSProperty*& cell, double& before,
+              double& after) {
     cell = operand != nullptr ? operand->peekCell(context) : nullptr;
     PeekedValue stepped;
     if (!peekNumber(cell, before)) return false;
@@ -260,8 +264,8 @@ bool peekStep(JSNode* operand, const Name& op, JSContext* context, JSProperty*& 
 }
 
 // The old and the new number of an operand of "++" or "--". False, with a message, when it is none.
-bool stepOperand(const Name& op, const Value& operand, JSNumberValue& before, JSNumberValue& after, JSContext* context,
-                 JSObject* receiver) {
+bool stepOperand(const Name& op, const Value& operand, JSNumberValue& before, JSNumberValue& after,
+                 JSContext* context, JSObject* receiver) {
     if (!operand) {
         wrongLvalue(context);
         return false;
@@ -386,7 +390,9 @@ JSObject* JSLiteralNode::run(JSContext* context, JSObject* receiver) {
     }
 }
 
-JSObject* JSRegExpNode::run(JSContext* context, JSObject* receiver) { return context->makeRegExp(pattern, receiver); }
+JSObject* JSRegExpNode::run(JSContext* context, JSObject* receiver) {
+    return context->makeRegExp(pattern, receiver);
+}
 
 // ---- Lists ----
 
@@ -397,7 +403,8 @@ JSObject* runEntries(const JSEntryListNode& node, JSContext* context, JSObject* 
     Value array(context->makeArray(receiver));
     if (!array) return nullptr;
     int32_t position = 0;
-    for (const ListRecord* record = node.entries.first; record != nullptr; record = record->next, ++position) {
+    for (const ListRecord* record = node.entries.first; record != nullptr;
+         record = record->next, ++position) {
         if (!record->value) continue;
         const Value value(context->execute(record->value.get(), receiver));
         if (context->stopped()) return nullptr;
@@ -408,8 +415,12 @@ JSObject* runEntries(const JSEntryListNode& node, JSContext* context, JSObject* 
 
 }  // namespace
 
-JSObject* JSArgumentsNode::run(JSContext* context, JSObject* receiver) { return runEntries(*this, context, receiver); }
+JSObject* JSArgumentsNode::run(JSContext* context, JSObject* receiver) {
+    return runEntries(*this, context, receiver);
+}
 
-JSObject* JSArrayNode::run(JSContext* context, JSObject* receiver) { return runEntries(*this, context, receiver); }
+JSObject* JSArrayNode::run(JSContext* context, JSObject* receiver) {
+    return runEntries(*this, context, receiver);
+}
 
 }  // namespace quorvelin

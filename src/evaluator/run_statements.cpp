@@ -31,9 +31,13 @@ JSObject* JSVarNode::run(JSContext* context, JSObject* receiver) {
 }
 
 // Parameters and functions are for `check`: the text of a function binds no name and gives no value.
-JSObject* JSParametersNode::run(JSContext*, JSObject*) { return nullptr; }
+JSObject* JSParametersNode::run(JSContext*, JSObject*) {
+    return nullptr;
+}
 
-JSObject* JSFunctionNode::run(JSContext*, JSObject*) { return nullptr; }
+JSObject* JSFunctionNode::run(JSContext*, JSObject*) {
+    return nullptr;
+}
 
 JSObject* JSIfNode::run(JSContext* context, JSObject* receiver) {
     if (!condition) return nullptr;
@@ -171,7 +175,8 @@ JSObject* JSSwitchNode::run(JSContext* context, JSObject* receiver) {
     if (context->stopped() || !subject) return nullptr;
     const CaseRecord* start = nullptr;
     const CaseRecord* defaultCase = nullptr;
-    for (const CaseRecord* record = cases.first; record != nullptr && start == nullptr; record = record->next) {
+    for (const CaseRecord* record = cases.first; record != nullptr && start == nullptr;
+         record = record->next) {
         context->setPosition(record->line, record->column);
         if (!record->test) {
             if (defaultCase != nullptr) {

@@ -63,9 +63,13 @@ JSContext::Holder JSThisContext::holderOf(const NameQuery& query) {
     return JSContext::holderOf(query);
 }
 
-JSValueType JSThisContext::specialType(const NameQuery&) { return JSValueType::object; }
+JSValueType JSThisContext::specialType(const NameQuery&) {
+    return JSValueType::object;
+}
 
-JSObject* JSThisContext::specialGet(const NameQuery&) { return Value::share(object_).take(); }
+JSObject* JSThisContext::specialGet(const NameQuery&) {
+    return Value::share(object_).take();
+}
 
 // Quirk: writing `this` assigns into the object instead of naming another one.
 JSObject* JSThisContext::specialSet(const NameQuery& query, JSObject* value) {
@@ -75,14 +79,18 @@ JSObject* JSThisContext::specialSet(const NameQuery& query, JSObject* value) {
     return Value::share(value).take();
 }
 
-void JSThisContext::specialDelete(const NameQuery& query) { query.ctx->reportError(u"this property is read only"); }
+void JSThisContext::specialDelete(const NameQuery& query) {
+    query.ctx->reportError(u"this property is read only");
+}
 
 JSObject* JSThisContext::specialCall(const NameQuery& query, JSObject* args) {
     const Value object = Value::share(object_);
     return object->call(args, query.ctx, query.receiver);
 }
 
-JSObject* JSThisContext::getThis(JSContext*, JSObject*) { return Value::share(object_).take(); }
+JSObject* JSThisContext::getThis(JSContext*, JSObject*) {
+    return Value::share(object_).take();
+}
 
 void JSThisContext::setThis(JSObject* value, JSContext*, JSObject*) {
     const Value old(std::exchange(object_, Value::share(value).take()));

@@ -11,7 +11,9 @@ namespace quorvelin {
 
 namespace {
 
-size_t byteCount(int32_t units) { return static_cast<size_t>(units) * sizeof(char16_t); }
+size_t byteCount(int32_t units) {
+    return static_cast<size_t>(units) * sizeof(char16_t);
+}
 
 }  // namespace
 
@@ -27,9 +29,13 @@ BString::BString(const char16_t* text) : data_(emptyBuffer()) {
     if (text != nullptr) assign(text, measure(text));
 }
 
-BString::BString(const char16_t* units, int32_t length) : data_(emptyBuffer()) { assign(units, length); }
+BString::BString(const char16_t* units, int32_t length) : data_(emptyBuffer()) {
+    assign(units, length);
+}
 
-BString::BString(BString&& other) noexcept : BString() { *this = std::move(other); }
+BString::BString(BString&& other) noexcept : BString() {
+    *this = std::move(other);
+}
 
 BString& BString::operator=(const BString& other) {
     if (this != &other) assign(other.data_, other.length_);
@@ -107,7 +113,9 @@ bool BString::append(const char16_t* units, int32_t count) {
     return true;
 }
 
-bool BString::append(const char16_t* text) { return append(text, measure(text)); }
+bool BString::append(const char16_t* text) {
+    return append(text, measure(text));
+}
 
 void BString::removePrefix(int32_t count) {
     if (count <= 0) return;
@@ -120,7 +128,9 @@ bool BString::equals(const char16_t* units, int32_t length) const {
     return length_ == length && std::memcmp(data_, units, byteCount(length)) == 0;
 }
 
-bool BString::equals(const char16_t* text) const { return equals(text, measure(text)); }
+bool BString::equals(const char16_t* text) const {
+    return equals(text, measure(text));
+}
 
 bool BString::startsWith(const char16_t* prefix) const {
     for (int32_t i = 0; prefix[i] != 0; ++i) {
@@ -152,7 +162,8 @@ BString BString::format(const wchar_t* format, ...) {
         if (!wide.resize(static_cast<size_t>(text.capacity_))) return BString();
         va_list arguments;
         va_start(arguments, format);
-        const int written = std::vswprintf(wide.data(), static_cast<size_t>(text.capacity_), format, arguments);
+        const int written =
+            std::vswprintf(wide.data(), static_cast<size_t>(text.capacity_), format, arguments);
         va_end(arguments);
         if (written >= 0 && written < text.capacity_) {
             for (int i = 0; i < written; ++i) text.data_[i] = static_cast<char16_t>(wide.data()[i]);

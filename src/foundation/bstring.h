@@ -24,7 +24,8 @@ class BString {
     BString() noexcept : data_(emptyBuffer()) {}
 
     // A copy of a zero-terminated text; null gives the cheap empty text.
-    BString(const char16_t* text);  // NOLINT(google-explicit-constructor): literals stand for texts everywhere
+    BString(
+        const char16_t* text);  // NOLINT(google-explicit-constructor): literals stand for texts everywhere
 
     // A copy of `length` units, which may hold NULs.
     BString(const char16_t* units, int32_t length);
@@ -53,8 +54,9 @@ class BString {
     // The buffer for writing. Only for a text that owns one (after a successful `reserve` or `grow`).
     char16_t* buffer() { return data_; }
 
-    // Sets the length to `n` with room for it. The caller writes the units and the NUL: what stands beyond the
-    // old length is undefined. Never shrinks the buffer. False when there is no memory; nothing changes then.
+    // Sets the length to `n` with room for it. The caller writes the units and the NUL: what stands beyond
+    // the old length is undefined. Never shrinks the buffer. False when there is no memory; nothing changes
+    // then.
     bool reserve(int32_t n);
 
     // As `reserve`, but for appending: the old units and their NUL stay even when the text owned no buffer.
@@ -95,8 +97,8 @@ class BString {
     // Order by units up to the first NUL: below 0, 0 or above 0.
     int compare(const BString& other) const;
 
-    // The `n` units from `start` (0 to length(), not checked) as a text of its own; n < 0 means to the end and
-    // gives the cheap empty text when nothing remains there. n is cut to what the text has.
+    // The `n` units from `start` (0 to length(), not checked) as a text of its own; n < 0 means to the end
+    // and gives the cheap empty text when nothing remains there. n is cut to what the text has.
     BString substr(int32_t start, int32_t n) const;
 
     // A text built as the C library's wide printf would; texts among the arguments are `const wchar_t*`
@@ -118,8 +120,8 @@ class BString {
     // buffer, and made from an address of this library, so that a text from the table of another library in
     // the process that carries this code is not taken for one of ours.
     static int32_t internedMark() {
-        return static_cast<int32_t>(0x80000000u |
-                                    static_cast<uint32_t>(reinterpret_cast<uintptr_t>(sharedEmptyBuffer_) >> 1));
+        return static_cast<int32_t>(
+            0x80000000u | static_cast<uint32_t>(reinterpret_cast<uintptr_t>(sharedEmptyBuffer_) >> 1));
     }
     bool isInterned() const { return capacity_ == internedMark(); }
 

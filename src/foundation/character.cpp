@@ -17,8 +17,12 @@ uint16_t characterType(char16_t c) {
 
 }  // namespace
 
-bool isAlphabeticBeyondAscii(char16_t c) { return (characterType(c) & C1_ALPHA) != 0; }
+bool isAlphabeticBeyondAscii(char16_t c) {
+    return (characterType(c) & C1_ALPHA) != 0;
+}
 
-bool isSpaceBeyondAscii(char16_t c) { return (characterType(c) & C1_SPACE) != 0; }
+bool isSpaceBeyondAscii(char16_t c) {
+    return (characterType(c) & C1_SPACE) != 0;
+}
 
 }  // namespace quorvelin

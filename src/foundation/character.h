@@ -5,8 +5,12 @@
 
 namespace quorvelin {
 
-inline bool isDecimalDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-inline bool isOctalDigit(char16_t c) { return c >= u'0' && c <= u'7'; }
+inline bool isDecimalDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+inline bool isOctalDigit(char16_t c) {
+    return c >= u'0' && c <= u'7';
+}
 
 // The value of a hexadecimal digit of either case, or -1.
 inline int32_t hexadecimalDigitValue(char16_t c) {
@@ -33,7 +37,11 @@ inline bool isSpace(char16_t c) {
 }
 
 // Casing knows A to Z and a to z only.
-inline char16_t toLowerCase(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
-inline char16_t toUpperCase(char16_t c) { return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c; }
+inline char16_t toLowerCase(char16_t c) {
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
+}
+inline char16_t toUpperCase(char16_t c) {
+    return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c;
+}
 
 }  // namespace quorvelin

@@ -28,7 +28,8 @@ class IdentityRecord final : public stype_info {
             case QueryRoute::sender:
                 return static_cast<BNotifySender*>(object)->query(*this, visitor);
             case QueryRoute::actionTarget:
-                return static_cast<BNotifySender*>(static_cast<ActionTargetQueryFace*>(object))->query(*this, visitor);
+                return static_cast<BNotifySender*>(static_cast<ActionTargetQueryFace*>(object))
+                    ->query(*this, visitor);
             case QueryRoute::progressCallback:
                 return static_cast<SixthOperationQueryFace*>(object)->query(*this, visitor);
             case QueryRoute::shell: {
@@ -55,6 +56,8 @@ constexpr IdentityRecord kRecords[] = {
 
 }  // namespace
 
-const stype_info& identityOf(ClassId id) { return kRecords[static_cast<int32_t>(id)]; }
+const stype_info& identityOf(ClassId id) {
+    return kRecords[static_cast<int32_t>(id)];
+}
 
 }  // namespace quorvelin

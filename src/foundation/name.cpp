@@ -187,9 +187,13 @@ Name Name::find(const BString& text) {
     return name;
 }
 
-void Name::dropCounted(const Atom* atom) { NameTable::instance().drop(atom); }
+void Name::dropCounted(const Atom* atom) {
+    NameTable::instance().drop(atom);
+}
 
-const BString& Name::emptyText() { return nameText(WellKnownName::empty); }
+const BString& Name::emptyText() {
+    return nameText(WellKnownName::empty);
+}
 
 namespace {
 
@@ -206,9 +210,11 @@ constexpr const char16_t* kTexts[] = {
 static_assert(0 QUORVELIN_FIXED_NAMES(QUORVELIN_NAME) == kFixedNameCount);
 #undef QUORVELIN_NAME
 
-// A host may load and unload the library many times in one process. The priority puts this behind the destructors of
-// all static objects of the library.
-[[gnu::destructor(101)]] void freeTableAtUnload() { NameTable::freeAll(); }
+// A host may load and unload the library many times in one process. The priority puts this behind the
+// destructors of all static objects of the library.
+[[gnu::destructor(101)]] void freeTableAtUnload() {
+    NameTable::freeAll();
+}
 
 // Builds the names when the library loads, before any of its operations can be called.
 const bool builtAtLoad = [] {

@@ -1,6 +1,6 @@
-// Names are atoms: every name that is compared - the engine's own names, identifiers in trees, names of member
-// cells - is stored once per process and known by its address, so that comparing two names is comparing two
-// pointers.
+// Names are atoms: every name that is compared - the engine's own names, identifiers in trees, names of
+// member cells - is stored once per process and known by its address, so that comparing two names is
+// comparing two pointers.
 //
 // `Atom` is the stored text. It looks like a BString to whoever is handed one (`text()`), and a BString that
 // comes from the table can be turned back into its atom without a search. `Name` is the counted handle.
@@ -25,8 +25,8 @@ class Atom {
     // Which of the engine's own names this is (the index in `well_known_names.h`), or -1.
     int32_t wellKnown() const { return wellKnown_; }
 
-    // How many scopes below the root of any machine have a cell of this name, at least. While there are none, a name can
-    // only be the root's, and no chain of calls needs to be climbed for it.
+    // How many scopes below the root of any machine have a cell of this name, at least. While there are none,
+    // a name can only be the root's, and no chain of calls needs to be climbed for it.
     bool isInScopes() const { return scopes_.load(std::memory_order_relaxed) != 0; }
     void enterScope() const { scopes_.fetch_add(1, std::memory_order_relaxed); }
     void leaveScope() const { scopes_.fetch_sub(1, std::memory_order_relaxed); }
@@ -34,8 +34,9 @@ class Atom {
     // The atom of a text that came from the table, null for any other text. Costs one comparison.
     static const Atom* ofInternedText(const BString& text) {
         if (!text.isInterned()) return nullptr;
-        // The text is the first member, so that its address is the atom's. The compiler must not follow the address: where
-        // it sees a text that is no part of an atom it does not know that such a text never gets here, and warns.
+        // The text is the first member, so that its address is the atom's. The compiler must not follow the
+        // address: where it sees a text that is no part of an atom it does not know that such a text never
+        // gets here, and warns.
         const BString* address = &text;
         __asm__("" : "+r"(address));
         return reinterpret_cast<const Atom*>(address);
@@ -93,7 +94,8 @@ class Name {
     static const BString& emptyText();
     void addHolder() const {
         // The engine's own names live for ever and are not counted: they are on every hot path.
-        if (atom_ != nullptr && atom_->wellKnown_ < 0) atom_->holders_.fetch_add(1, std::memory_order_relaxed);
+        if (atom_ != nullptr && atom_->wellKnown_ < 0)
+            atom_->holders_.fetch_add(1, std::memory_order_relaxed);
     }
     void dropHolder() const {
         if (atom_ != nullptr && atom_->wellKnown_ < 0) dropCounted(atom_);

@@ -6,8 +6,8 @@ namespace quorvelin {
 
 namespace {
 
-// Room for what runs without asking: a native method, a conversion, a host's own operation. Sanitizers make frames
-// several times as large.
+// Room for what runs without asking: a native method, a conversion, a host's own operation. Sanitizers make
+// frames several times as large.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr uintptr_t kReserve = 768 * 1024;
 #elif defined(__has_feature)

@@ -13,13 +13,14 @@ inline constinit thread_local uintptr_t stackFloor = 0;
 uintptr_t findStackFloor();
 }  // namespace detail
 
-// True when less native stack than a fixed reserve is left to the calling thread. What runs between two questions
-// must fit into the reserve. A host that runs a machine on a stack that is not its thread's own (a fiber) gets
-// no protection from it, and no false alarm either while that stack lies above the thread's.
+// True when less native stack than a fixed reserve is left to the calling thread. What runs between two
+// questions must fit into the reserve. A host that runs a machine on a stack that is not its thread's own (a
+// fiber) gets no protection from it, and no false alarm either while that stack lies above the thread's.
 inline bool nativeStackIsShort() {
     const uintptr_t here = reinterpret_cast<uintptr_t>(__builtin_frame_address(0));
     uintptr_t floor = detail::stackFloor;
-    if (floor == 0) [[unlikely]] floor = detail::findStackFloor();
+    if (floor == 0) [[unlikely]]
+        floor = detail::findStackFloor();
     return here < floor;
 }
 

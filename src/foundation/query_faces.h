@@ -1,7 +1,7 @@
 // Where `query` stands in the objects of the framework classes that do not put it fourth. `queryOn` of such a
-// class's identity record reaches the operation through these shapes; a host that passes its object by address
-// to `queryOn` lays it out accordingly. The operations in front of `query` are the class's own and are never
-// called through here.
+// class's identity record reaches the operation through these shapes; a host that passes its object by
+// address to `queryOn` lays it out accordingly. The operations in front of `query` are the class's own and
+// are never called through here.
 #pragma once
 
 #include "foundation/smart_object.h"

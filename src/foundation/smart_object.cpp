@@ -60,18 +60,26 @@ int32_t callListener(BNotifySender* sender, uint32_t, BNotifyListener* listener)
 
 }  // namespace
 
-void* IBTransportable::operator new(size_t size) noexcept { return _smalloc(size); }
+void* IBTransportable::operator new(size_t size) noexcept {
+    return _smalloc(size);
+}
 
-void IBTransportable::operator delete(void* block) noexcept { _sfree(block); }
+void IBTransportable::operator delete(void* block) noexcept {
+    _sfree(block);
+}
 
-const stype_info& IBTransportable::getClassId() const { return identityOf(ClassId::IBTransportable); }
+const stype_info& IBTransportable::getClassId() const {
+    return identityOf(ClassId::IBTransportable);
+}
 
 void* IBTransportable::query(const stype_info& id, IBQueryVisitor* visitor) {
     const QueryStep steps[] = {{ClassId::IBTransportable, this, 0}};
     return walkQuery(steps, 1, id, visitor);
 }
 
-const stype_info& BNotifySender::getClassId() const { return identityOf(ClassId::BNotifySender); }
+const stype_info& BNotifySender::getClassId() const {
+    return identityOf(ClassId::BNotifySender);
+}
 
 void* BNotifySender::query(const stype_info& id, IBQueryVisitor* visitor) {
     const QueryStep steps[] = {{ClassId::BNotifySender, this, 0}};
@@ -144,7 +152,8 @@ int32_t BNotifySender::send(BNotifySender* sender, uint32_t flags, Callback call
         {
             const ProcessLock lock;
             if (list_ == nullptr) break;
-            for (Entry* entry = list_->next; entry != sentinel(list_) && next == nullptr; entry = entry->next) {
+            for (Entry* entry = list_->next; entry != sentinel(list_) && next == nullptr;
+                 entry = entry->next) {
                 if (!wasCalled(entry->listener)) next = entry->listener;
             }
         }
@@ -157,7 +166,9 @@ int32_t BNotifySender::send(BNotifySender* sender, uint32_t flags, Callback call
     return answer;
 }
 
-const stype_info& IBRemoteRemovable::getClassId() const { return identityOf(ClassId::IBRemoteRemovable); }
+const stype_info& IBRemoteRemovable::getClassId() const {
+    return identityOf(ClassId::IBRemoteRemovable);
+}
 
 void* IBRemoteRemovable::query(const stype_info& id, IBQueryVisitor* visitor) {
     const QueryStep steps[] = {
@@ -177,7 +188,8 @@ bool IBRemoteRemovable::release() {
 void IBRemoteRemovable::notifyDestroy() {
     BNotifySender* self = this;
     if (hasList()) send(self, 0, callListener);
-    // Every value that a script computes dies here, so the list is looked up again only when the host's items changed.
+    // Every value that a script computes dies here, so the list is looked up again only when the host's items
+    // changed.
     static std::atomic<BNotifySender*> knownSender{nullptr};
     static std::atomic<uint32_t> knownChange{0};
     const uint32_t change = BGlobalData::changeCount();
@@ -190,7 +202,9 @@ void IBRemoteRemovable::notifyDestroy() {
     if (everybody != nullptr && everybody->hasList()) everybody->send(self, 0, callListener);
 }
 
-const stype_info& BSmartObject::getClassId() const { return identityOf(ClassId::BSmartObject); }
+const stype_info& BSmartObject::getClassId() const {
+    return identityOf(ClassId::BSmartObject);
+}
 
 void* BSmartObject::query(const stype_info& id, IBQueryVisitor* visitor) {
     const QueryStep steps[] = {

@@ -33,8 +33,8 @@ class IBTransportable {
     // The identity of the most derived class that declares one.
     virtual const stype_info& getClassId() const;
 
-    // The face of this object that belongs to the class `id`, or null. The result is borrowed: no reference is
-    // added. `visitor` may be null; otherwise it is told of every class that is tried, and after a hit it
+    // The face of this object that belongs to the class `id`, or null. The result is borrowed: no reference
+    // is added. `visitor` may be null; otherwise it is told of every class that is tried, and after a hit it
     // stays entered on the path from the object's class to the class found.
     virtual void* query(const stype_info& id, IBQueryVisitor* visitor);
 
@@ -76,8 +76,8 @@ class BNotifySender {
     virtual const stype_info& getClassId() const;
     virtual void* query(const stype_info& id, IBQueryVisitor* visitor);
 
-    // Puts the listener behind those of lower and equal priority. The listener is not owned and must stay valid
-    // until it is removed or this object is gone. Without memory the listener is not added.
+    // Puts the listener behind those of lower and equal priority. The listener is not owned and must stay
+    // valid until it is removed or this object is gone. Without memory the listener is not added.
     void addListener(BNotifyListener* listener, int32_t priority);
 
     // Takes the first entry of the listener out of the list; nothing if there is none.
@@ -89,12 +89,13 @@ class BNotifySender {
 
     using Callback = int32_t (*)(BNotifySender* sender, uint32_t flags, BNotifyListener* listener);
 
-    // Calls `callback` once for each different listener, in the order of the list, which may change meanwhile.
-    // 1 when a callback answered 1, which ends the sending; else 2 when one answered 2; else 0.
+    // Calls `callback` once for each different listener, in the order of the list, which may change
+    // meanwhile. 1 when a callback answered 1, which ends the sending; else 2 when one answered 2; else 0.
     int32_t send(BNotifySender* sender, uint32_t flags, Callback callback);
 
   protected:
-    // Not virtual: the operations of this face are the two above. Objects are deleted through their own class.
+    // Not virtual: the operations of this face are the two above. Objects are deleted through their own
+    // class.
     ~BNotifySender();
 
   private:
@@ -141,8 +142,8 @@ class BSmartObject : public IBSmartObject {
     const stype_info& getClassId() const override;
     void* query(const stype_info& id, IBQueryVisitor* visitor) override;
 
-    // One holder less. The last one fires `notifyDestroy`, destroys the object and gets true; every other gets
-    // false. However long the chain of objects that die with this one, native stack use is bounded.
+    // One holder less. The last one fires `notifyDestroy`, destroys the object and gets true; every other
+    // gets false. However long the chain of objects that die with this one, native stack use is bounded.
     bool release() override;
     void addRef() override { ++count_; }
     int32_t refCount() const override { return count_; }

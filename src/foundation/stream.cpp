@@ -38,7 +38,9 @@ uint32_t BInputStream::skip(uint32_t n) {
     return count;
 }
 
-const stype_info& BRAInputStream::getClassId() const { return identityOf(ClassId::BRAInputStream); }
+const stype_info& BRAInputStream::getClassId() const {
+    return identityOf(ClassId::BRAInputStream);
+}
 
 void* BRAInputStream::query(const stype_info& id, IBQueryVisitor* visitor) {
     // Quirk: the face for random access is tried in front of the bases of BInputStream, not behind them.
@@ -76,7 +78,9 @@ char16_t BStringInputStream::readChar() {
     return (*source_)[static_cast<int32_t>(position_++)];
 }
 
-uint32_t BStringInputStream::size() const { return isOpen() ? static_cast<uint32_t>(source_->length()) : 0; }
+uint32_t BStringInputStream::size() const {
+    return isOpen() ? static_cast<uint32_t>(source_->length()) : 0;
+}
 
 void BStringInputStream::unreadChar(char16_t character) {
     if (character < kEndOfStream && position_ != 0) --position_;
@@ -111,6 +115,8 @@ void BStringInputStream::setLength(int32_t length) {
     seek(position_);
 }
 
-BStringInputStream* BStringInputStream::clone() const { return new BStringInputStream(source_); }
+BStringInputStream* BStringInputStream::clone() const {
+    return new BStringInputStream(source_);
+}
 
 }  // namespace quorvelin

@@ -84,7 +84,8 @@ class BInputStream : public BStream {
 // The face for random access.
 class IBRAStream : public IBTransportable {
   public:
-    // Moves to `position`. False, without moving, when the stream is not open or `position` is behind its size.
+    // Moves to `position`. False, without moving, when the stream is not open or `position` is behind its
+    // size.
     virtual bool seek(uint32_t position) = 0;
 };
 
@@ -103,8 +104,8 @@ class BRAInputStream : public BInputStream, public IBRAStream {
     int32_t windowLength_ = -1;
 };
 
-// A stream over the units of a text. The text is borrowed: it must outlive the stream and must not change while
-// it is read. A null text makes a stream that is not open.
+// A stream over the units of a text. The text is borrowed: it must outlive the stream and must not change
+// while it is read. A null text makes a stream that is not open.
 class BStringInputStream : public BRAInputStream {
   public:
     explicit BStringInputStream(const BString* source);
@@ -127,7 +128,8 @@ class BStringInputStream : public BRAInputStream {
     virtual void setLength(int32_t length);
     // A new stream over the same text at position 0, or null without memory. The caller owns it.
     virtual BStringInputStream* clone() const;
-    // Behind the others, as it takes a place of its own among them here: it comes from the face for random access.
+    // Behind the others, as it takes a place of its own among them here: it comes from the face for random
+    // access.
     bool seek(uint32_t position) override;
 
   private:

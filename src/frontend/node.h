@@ -1,10 +1,11 @@
 // JSNode, the base of all nodes of the syntax tree.
 //
 // The parser builds nodes, the evaluator runs them, and there is no other form of a program. A node can write
-// itself back as source text, run itself in a context, check itself before a run (which is also when names are
-// declared) and fill itself from a stream. What a class looks like - its fields, its numbers, its place in saved
-// trees, its source text - stands in one table of shapes (`NodeShape`, node_shapes.cpp), and everything that only has to walk the fields -
-// regenerating, loading, saving, showing - is written once, over that table.
+// itself back as source text, run itself in a context, check itself before a run (which is also when names
+// are declared) and fill itself from a stream. What a class looks like - its fields, its numbers, its place
+// in saved trees, its source text - stands in one table of shapes (`NodeShape`, node_shapes.cpp), and
+// everything that only has to walk the fields - regenerating, loading, saving, showing - is written once,
+// over that table.
 //
 // A node owns its children: the parser hands its references over. Trees do not change once they are built.
 #pragma once
@@ -68,8 +69,8 @@ struct PeekedValue {
 
 class JSNode : public BSmartObject {
   public:
-    // The node as source text in the house style: a fresh text, which depends on nothing but the node. Changes
-    // nothing and takes any depth. Without memory the text is empty.
+    // The node as source text in the house style: a fresh text, which depends on nothing but the node.
+    // Changes nothing and takes any depth. Without memory the text is empty.
     virtual BString regenerate();
 
     // Runs the node; called through the context's `execute` only, which sets the position first. The result
@@ -85,12 +86,13 @@ class JSNode : public BSmartObject {
     // The class's name, numbers and fields.
     virtual const NodeShape& shape() const = 0;
 
-    // Reads what the node would evaluate to, where that is a number or a truth value that can be had by looking at
-    // cells alone: nothing is made, changed, asked of a host's object or run. False when it takes a run to know. A peek
-    // that succeeds stands for the run, of which nobody could tell the difference.
+    // Reads what the node would evaluate to, where that is a number or a truth value that can be had by
+    // looking at cells alone: nothing is made, changed, asked of a host's object or run. False when it takes
+    // a run to know. A peek that succeeds stands for the run, of which nobody could tell the difference.
     virtual bool peek(JSContext* context, PeekedValue& out);
 
-    // The cell that the node refers to, under the same conditions; borrowed, null when it takes a run to know.
+    // The cell that the node refers to, under the same conditions; borrowed, null when it takes a run to
+    // know.
     virtual JSProperty* peekCell(JSContext* context);
 
     int32_t kind;
@@ -174,14 +176,14 @@ enum class FieldType : uint8_t { node, name, text, number, entries, variables, p
 struct NodeField {
     const char* name;
     FieldType type;
-    Owned<JSNode> JSNode::* node = nullptr;
-    Name JSNode::* identifier = nullptr;
-    BString JSNode::* text = nullptr;
-    int32_t JSNode::* number = nullptr;
-    RecordList<ListRecord> JSNode::* entries = nullptr;
-    RecordList<VariableRecord> JSNode::* variables = nullptr;
-    RecordList<ParameterRecord> JSNode::* parameters = nullptr;
-    RecordList<CaseRecord> JSNode::* clauses = nullptr;
+    Owned<JSNode> JSNode::*node = nullptr;
+    Name JSNode::*identifier = nullptr;
+    BString JSNode::*text = nullptr;
+    int32_t JSNode::*number = nullptr;
+    RecordList<ListRecord> JSNode::*entries = nullptr;
+    RecordList<VariableRecord> JSNode::*variables = nullptr;
+    RecordList<ParameterRecord> JSNode::*parameters = nullptr;
+    RecordList<CaseRecord> JSNode::*clauses = nullptr;
 };
 
 inline constexpr int32_t kMostFields = 4;
@@ -192,8 +194,8 @@ struct NodeShape {
     int32_t tag;  // the number in saved trees; 0 for a class that cannot be saved
 
     // How the node is written as source text: literal text with %0 to %3 for the fields in order of
-    // declaration. %N writes "(none)" for an absent child, ?N writes nothing for it, and <N...> is written only
-    // when child N is present. Null: the class writes its lists by rules of its own.
+    // declaration. %N writes "(none)" for an absent child, ?N writes nothing for it, and <N...> is written
+    // only when child N is present. Null: the class writes its lists by rules of its own.
     const char16_t* source;
 
     int32_t fieldCount;

@@ -6,21 +6,21 @@ namespace quorvelin {
 namespace {
 
 template <typename Class>
-constexpr NodeField nodeField(const char* name, Owned<JSNode> Class::* member) {
+constexpr NodeField nodeField(const char* name, Owned<JSNode> Class::*member) {
     NodeField field{name, FieldType::node};
     field.node = static_cast<Owned<JSNode> JSNode::*>(member);
     return field;
 }
 
 template <typename Class>
-constexpr NodeField nameField(const char* name, Name Class::* member) {
+constexpr NodeField nameField(const char* name, Name Class::*member) {
     NodeField field{name, FieldType::name};
     field.identifier = static_cast<Name JSNode::*>(member);
     return field;
 }
 
 template <typename Class>
-constexpr NodeField textField(const char* name, BString Class::* member) {
+constexpr NodeField textField(const char* name, BString Class::*member) {
     NodeField field{name, FieldType::text};
     field.text = static_cast<BString JSNode::*>(member);
     return field;
@@ -99,8 +99,8 @@ constexpr NodeShape kMember = {
     make<JSMemberNode>};
 
 constexpr NodeShape kIdentifier = {
-    "JSIdentifierNode",   kIdentifierKind, 2, u"%0", 1, {nameField("name", &JSIdentifierNode::name)}, {0, -1, -1, -1},
-    make<JSIdentifierNode>};
+    "JSIdentifierNode", kIdentifierKind,       2, u"%0", 1, {nameField("name", &JSIdentifierNode::name)},
+    {0, -1, -1, -1},    make<JSIdentifierNode>};
 
 constexpr NodeShape kCall = {
     "JSCallNode",
@@ -137,16 +137,16 @@ constexpr NodeShape kAssign = binaryShape<JSAssignNode>("JSAssignNode", 9);
 constexpr NodeShape kLogicalOr = binaryShape<JSLogicalOrNode>("JSLogicalOrNode", 10);
 constexpr NodeShape kLogicalAnd = binaryShape<JSLogicalAndNode>("JSLogicalAndNode", 11);
 
-constexpr NodeShape kConditional = {
-    "JSConditionalNode",
-    kConditionalKind,
-    12,
-    u"(%0)?(%1):(%2)",
-    3,
-    {nodeField("condition", &JSConditionalNode::condition), nodeField("thenValue", &JSConditionalNode::thenValue),
-     nodeField("elseValue", &JSConditionalNode::elseValue)},
-    {0, 1, 2, -1},
-    make<JSConditionalNode>};
+constexpr NodeShape kConditional = {"JSConditionalNode",
+                                    kConditionalKind,
+                                    12,
+                                    u"(%0)?(%1):(%2)",
+                                    3,
+                                    {nodeField("condition", &JSConditionalNode::condition),
+                                     nodeField("thenValue", &JSConditionalNode::thenValue),
+                                     nodeField("elseValue", &JSConditionalNode::elseValue)},
+                                    {0, 1, 2, -1},
+                                    make<JSConditionalNode>};
 
 constexpr NodeShape kUnary = {
     "JSUnaryNode",
@@ -168,9 +168,14 @@ constexpr NodeShape kPostfix = {
     {1, 0, -1, -1},
     make<JSPostfixNode>};
 
-constexpr NodeShape kLiteral = {
-    "JSLiteralNode", kLiteralKind,    15, nullptr, 2, {tokenKindField(), textField("text", &JSLiteralNode::text)},
-    {0, 1, -1, -1},  make<JSLiteralNode>};
+constexpr NodeShape kLiteral = {"JSLiteralNode",
+                                kLiteralKind,
+                                15,
+                                nullptr,
+                                2,
+                                {tokenKindField(), textField("text", &JSLiteralNode::text)},
+                                {0, 1, -1, -1},
+                                make<JSLiteralNode>};
 
 constexpr NodeShape kFunction = {
     "JSFunctionNode",
@@ -184,16 +189,15 @@ constexpr NodeShape kFunction = {
     make<JSFunctionNode>};
 
 // Quirk: unlike every other compound statement, a for-in has a line feed before its closing brace.
-constexpr NodeShape kForIn = {
-    "JSForInNode",
-    kForInKind,
-    16,
-    u"for(%2 in %0)\n{%1\n}\n",
-    3,
-    {nodeField("object", &JSForInNode::object), nodeField("body", &JSForInNode::body),
-     nameField("name", &JSForInNode::name)},
-    {2, 0, 1, -1},
-    make<JSForInNode>};
+constexpr NodeShape kForIn = {"JSForInNode",
+                              kForInKind,
+                              16,
+                              u"for(%2 in %0)\n{%1\n}\n",
+                              3,
+                              {nodeField("object", &JSForInNode::object),
+                               nodeField("body", &JSForInNode::body), nameField("name", &JSForInNode::name)},
+                              {2, 0, 1, -1},
+                              make<JSForInNode>};
 
 constexpr NodeShape kFor = {
     "JSForNode",
@@ -222,37 +226,45 @@ constexpr NodeShape kBreak = {
     "JSBreakNode",   kBreakKind,       19, u"break %0;\n", 1, {nameField("label", &JSBreakNode::label)},
     {0, -1, -1, -1}, make<JSBreakNode>};
 
-constexpr NodeShape kContinue = {
-    "JSContinueNode", kContinueKind,       20, u"continue %0;\n", 1, {nameField("label", &JSContinueNode::label)},
-    {0, -1, -1, -1},  make<JSContinueNode>};
+constexpr NodeShape kContinue = {"JSContinueNode",
+                                 kContinueKind,
+                                 20,
+                                 u"continue %0;\n",
+                                 1,
+                                 {nameField("label", &JSContinueNode::label)},
+                                 {0, -1, -1, -1},
+                                 make<JSContinueNode>};
 
-constexpr NodeShape kDo = {
-    "JSDoNode",
-    kDoKind,
-    21,
-    u"do{\n%0\n}while(%1);\n",
-    2,
-    {nodeField("body", &JSDoNode::body), nodeField("condition", &JSDoNode::condition)},
-    {0, 1, -1, -1},
-    make<JSDoNode>};
+constexpr NodeShape kDo = {"JSDoNode",
+                           kDoKind,
+                           21,
+                           u"do{\n%0\n}while(%1);\n",
+                           2,
+                           {nodeField("body", &JSDoNode::body), nodeField("condition", &JSDoNode::condition)},
+                           {0, 1, -1, -1},
+                           make<JSDoNode>};
 
 constexpr NodeShape kReturn = {
     "JSReturnNode",  kReturnKind,       22, u"return %0\n", 1, {nodeField("value", &JSReturnNode::value)},
     {0, -1, -1, -1}, make<JSReturnNode>};
 
-constexpr NodeShape kSwitch = {
-    "JSSwitchNode",  kSwitchKind,       23, nullptr, 2, {nodeField("discriminant", &JSSwitchNode::discriminant), casesField()},
-    {0, 1, -1, -1}, make<JSSwitchNode>};
+constexpr NodeShape kSwitch = {"JSSwitchNode",
+                               kSwitchKind,
+                               23,
+                               nullptr,
+                               2,
+                               {nodeField("discriminant", &JSSwitchNode::discriminant), casesField()},
+                               {0, 1, -1, -1},
+                               make<JSSwitchNode>};
 
-constexpr NodeShape kWith = {
-    "JSWithNode",
-    kWithKind,
-    26,
-    u"with(%0)\n{%1}\n",
-    2,
-    {nodeField("object", &JSWithNode::object), nodeField("body", &JSWithNode::body)},
-    {0, 1, -1, -1},
-    make<JSWithNode>};
+constexpr NodeShape kWith = {"JSWithNode",
+                             kWithKind,
+                             26,
+                             u"with(%0)\n{%1}\n",
+                             2,
+                             {nodeField("object", &JSWithNode::object), nodeField("body", &JSWithNode::body)},
+                             {0, 1, -1, -1},
+                             make<JSWithNode>};
 
 constexpr NodeShape kWhile = {
     "JSWhileNode",
@@ -265,17 +277,17 @@ constexpr NodeShape kWhile = {
     make<JSWhileNode>};
 
 constexpr NodeShape kStatementList = {
-    "JSStatementListNode", kStatementListKind, 28, nullptr, 1, {entriesField()}, {0, -1, -1, -1},
-    make<JSStatementListNode>};
+    "JSStatementListNode", kStatementListKind,       28, nullptr, 1, {entriesField()},
+    {0, -1, -1, -1},       make<JSStatementListNode>};
 
-constexpr NodeShape kVar = {
-    "JSVarNode", kVarKind, 30, nullptr, 1, {variablesField()}, {0, -1, -1, -1}, make<JSVarNode>};
+constexpr NodeShape kVar = {"JSVarNode",     kVarKind,       30, nullptr, 1, {variablesField()},
+                            {0, -1, -1, -1}, make<JSVarNode>};
 
-constexpr NodeShape kParameters = {
-    "JSParametersNode", kVarKind, JSParametersNode::kTag, nullptr, 1, {parametersField()}, {0, -1, -1, -1}, make<JSParametersNode>};
+constexpr NodeShape kParameters = {"JSParametersNode",  kVarKind,        JSParametersNode::kTag, nullptr, 1,
+                                   {parametersField()}, {0, -1, -1, -1}, make<JSParametersNode>};
 
-constexpr NodeShape kArguments = {
-    "JSArgumentsNode", kArgumentsKind, 32, nullptr, 1, {entriesField()}, {0, -1, -1, -1}, make<JSArgumentsNode>};
+constexpr NodeShape kArguments = {"JSArgumentsNode", kArgumentsKind,       32, nullptr, 1, {entriesField()},
+                                  {0, -1, -1, -1},   make<JSArgumentsNode>};
 
 // Quirk: the form of saved trees has no place for the statement of a label, so a loaded label has none.
 constexpr NodeShape kLabel = {
@@ -292,53 +304,121 @@ constexpr NodeShape kRegExp = {
     "JSRegExpNode",  kRegExpKind,       37, u"/%0/", 1, {textField("pattern", &JSRegExpNode::pattern)},
     {0, -1, -1, -1}, make<JSRegExpNode>};
 
-constexpr NodeShape kArray = {
-    "JSArrayNode", kArrayKind, 38, nullptr, 1, {entriesField()}, {0, -1, -1, -1}, make<JSArrayNode>};
+constexpr NodeShape kArray = {"JSArrayNode",   kArrayKind,       38, nullptr, 1, {entriesField()},
+                              {0, -1, -1, -1}, make<JSArrayNode>};
 
 constexpr NodeShape kError = {
-    "JSErrorNode", kErrorKind, 0, u"%0", 1, {textField("message", &JSErrorNode::message)}, {-1, -1, -1, -1}, nullptr};
+    "JSErrorNode",    kErrorKind, 0, u"%0", 1, {textField("message", &JSErrorNode::message)},
+    {-1, -1, -1, -1}, nullptr};
 
 constexpr const NodeShape* kSavedShapes[] = {
-    &kFunction, &kIdentifier, &kMemberCall, &kMember,  &kCall,      &kIndex,     &kComma,         &kBinary,
-    &kAssign,   &kLogicalOr,  &kLogicalAnd, &kConditional, &kUnary, &kPostfix,   &kLiteral,       &kForIn,
-    &kFor,      &kIf,         &kBreak,      &kContinue, &kDo,       &kReturn,    &kSwitch,        &kWith,
-    &kWhile,    &kStatementList, &kVar,     &kArguments, &kLabel,   &kParameters, &kRegExp,       &kArray};
+    &kFunction, &kIdentifier, &kMemberCall, &kMember,     &kCall,          &kIndex,    &kComma,
+    &kBinary,   &kAssign,     &kLogicalOr,  &kLogicalAnd, &kConditional,   &kUnary,    &kPostfix,
+    &kLiteral,  &kForIn,      &kFor,        &kIf,         &kBreak,         &kContinue, &kDo,
+    &kReturn,   &kSwitch,     &kWith,       &kWhile,      &kStatementList, &kVar,      &kArguments,
+    &kLabel,    &kParameters, &kRegExp,     &kArray};
 
 }  // namespace
 
-const NodeShape& JSMemberCallNode::shape() const { return kMemberCall; }
-const NodeShape& JSMemberNode::shape() const { return kMember; }
-const NodeShape& JSIdentifierNode::shape() const { return kIdentifier; }
-const NodeShape& JSCallNode::shape() const { return kCall; }
-const NodeShape& JSIndexNode::shape() const { return kIndex; }
-const NodeShape& JSCommaNode::shape() const { return kComma; }
-const NodeShape& JSBinaryNode::shape() const { return kBinary; }
-const NodeShape& JSAssignNode::shape() const { return kAssign; }
-const NodeShape& JSLogicalOrNode::shape() const { return kLogicalOr; }
-const NodeShape& JSLogicalAndNode::shape() const { return kLogicalAnd; }
-const NodeShape& JSConditionalNode::shape() const { return kConditional; }
-const NodeShape& JSUnaryNode::shape() const { return kUnary; }
-const NodeShape& JSPostfixNode::shape() const { return kPostfix; }
-const NodeShape& JSLiteralNode::shape() const { return kLiteral; }
-const NodeShape& JSFunctionNode::shape() const { return kFunction; }
-const NodeShape& JSForInNode::shape() const { return kForIn; }
-const NodeShape& JSForNode::shape() const { return kFor; }
-const NodeShape& JSIfNode::shape() const { return kIf; }
-const NodeShape& JSBreakNode::shape() const { return kBreak; }
-const NodeShape& JSContinueNode::shape() const { return kContinue; }
-const NodeShape& JSDoNode::shape() const { return kDo; }
-const NodeShape& JSReturnNode::shape() const { return kReturn; }
-const NodeShape& JSSwitchNode::shape() const { return kSwitch; }
-const NodeShape& JSWithNode::shape() const { return kWith; }
-const NodeShape& JSWhileNode::shape() const { return kWhile; }
-const NodeShape& JSStatementListNode::shape() const { return kStatementList; }
-const NodeShape& JSVarNode::shape() const { return kVar; }
-const NodeShape& JSParametersNode::shape() const { return kParameters; }
-const NodeShape& JSArgumentsNode::shape() const { return kArguments; }
-const NodeShape& JSLabelNode::shape() const { return kLabel; }
-const NodeShape& JSRegExpNode::shape() const { return kRegExp; }
-const NodeShape& JSArrayNode::shape() const { return kArray; }
-const NodeShape& JSErrorNode::shape() const { return kError; }
+const NodeShape& JSMemberCallNode::shape() const {
+    return kMemberCall;
+}
+const NodeShape& JSMemberNode::shape() const {
+    return kMember;
+}
+const NodeShape& JSIdentifierNode::shape() const {
+    return kIdentifier;
+}
+const NodeShape& JSCallNode::shape() const {
+    return kCall;
+}
+const NodeShape& JSIndexNode::shape() const {
+    return kIndex;
+}
+const NodeShape& JSCommaNode::shape() const {
+    return kComma;
+}
+const NodeShape& JSBinaryNode::shape() const {
+    return kBinary;
+}
+const NodeShape& JSAssignNode::shape() const {
+    return kAssign;
+}
+const NodeShape& JSLogicalOrNode::shape() const {
+    return kLogicalOr;
+}
+const NodeShape& JSLogicalAndNode::shape() const {
+    return kLogicalAnd;
+}
+const NodeShape& JSConditionalNode::shape() const {
+    return kConditional;
+}
+const NodeShape& JSUnaryNode::shape() const {
+    return kUnary;
+}
+const NodeShape& JSPostfixNode::shape() const {
+    return kPostfix;
+}
+const NodeShape& JSLiteralNode::shape() const {
+    return kLiteral;
+}
+const NodeShape& JSFunctionNode::shape() const {
+    return kFunction;
+}
+const NodeShape& JSForInNode::shape() const {
+    return kForIn;
+}
+const NodeShape& JSForNode::shape() const {
+    return kFor;
+}
+const NodeShape& JSIfNode::shape() const {
+    return kIf;
+}
+const NodeShape& JSBreakNode::shape() const {
+    return kBreak;
+}
+const NodeShape& JSContinueNode::shape() const {
+    return kContinue;
+}
+const NodeShape& JSDoNode::shape() const {
+    return kDo;
+}
+const NodeShape& JSReturnNode::shape() const {
+    return kReturn;
+}
+const NodeShape& JSSwitchNode::shape() const {
+    return kSwitch;
+}
+const NodeShape& JSWithNode::shape() const {
+    return kWith;
+}
+const NodeShape& JSWhileNode::shape() const {
+    return kWhile;
+}
+const NodeShape& JSStatementListNode::shape() const {
+    return kStatementList;
+}
+const NodeShape& JSVarNode::shape() const {
+    return kVar;
+}
+const NodeShape& JSParametersNode::shape() const {
+    return kParameters;
+}
+const NodeShape& JSArgumentsNode::shape() const {
+    return kArguments;
+}
+const NodeShape& JSLabelNode::shape() const {
+    return kLabel;
+}
+const NodeShape& JSRegExpNode::shape() const {
+    return kRegExp;
+}
+const NodeShape& JSArrayNode::shape() const {
+    return kArray;
+}
+const NodeShape& JSErrorNode::shape() const {
+    return kError;
+}
 
 const NodeShape* shapeOfTag(int32_t tag) {
     for (const NodeShape* shape : kSavedShapes) {

@@ -1,6 +1,6 @@
-// The node classes. Every class has two constructors: the parser's, with position and fields, and an empty one for
-// the reader of saved trees, which then calls `load`. A question mark behind a field in the comments means that it
-// may be absent in a tree that the parser built; in a loaded tree any child may be absent.
+// The node classes. Every class has two constructors: the parser's, with position and fields, and an empty
+// one for the reader of saved trees, which then calls `load`. A question mark behind a field in the comments
+// means that it may be absent in a tree that the parser built; in a loaded tree any child may be absent.
 //
 // `run` and `check` are the evaluator's; the other operations work over the table in node_shapes.cpp.
 #pragma once
@@ -21,8 +21,12 @@ namespace quorvelin {
 class JSMemberCallNode final : public JSNode {
   public:
     JSMemberCallNode() : JSNode(kMemberCallKind) {}
-    JSMemberCallNode(int32_t nodeLine, int32_t nodeColumn, JSNode* owner, JSNode* argumentList, const Name& member)
-        : JSNode(kMemberCallKind, nodeLine, nodeColumn), object(owner), arguments(argumentList), name(member) {}
+    JSMemberCallNode(int32_t nodeLine, int32_t nodeColumn, JSNode* owner, JSNode* argumentList,
+                     const Name& member)
+        : JSNode(kMemberCallKind, nodeLine, nodeColumn),
+          object(owner),
+          arguments(argumentList),
+          name(member) {}
     QUORVELIN_NODE_OPERATIONS;
 
     Owned<JSNode> object;
@@ -104,7 +108,8 @@ class JSCommaNode final : public JSNode {
 class JSBinaryNode : public JSNode {
   public:
     JSBinaryNode() : JSNode(kBinaryKind) {}
-    JSBinaryNode(int32_t nodeLine, int32_t nodeColumn, const Name& operatorText, JSNode* first, JSNode* second)
+    JSBinaryNode(int32_t nodeLine, int32_t nodeColumn, const Name& operatorText, JSNode* first,
+                 JSNode* second)
         : JSNode(kBinaryKind, nodeLine, nodeColumn), op(operatorText), left(first), right(second) {}
     QUORVELIN_NODE_OPERATIONS;
     bool peek(JSContext* context, PeekedValue& out) override;
@@ -147,7 +152,10 @@ class JSConditionalNode final : public JSNode {
   public:
     JSConditionalNode() : JSNode(kConditionalKind) {}
     JSConditionalNode(int32_t nodeLine, int32_t nodeColumn, JSNode* test, JSNode* first, JSNode* second)
-        : JSNode(kConditionalKind, nodeLine, nodeColumn), condition(test), thenValue(first), elseValue(second) {}
+        : JSNode(kConditionalKind, nodeLine, nodeColumn),
+          condition(test),
+          thenValue(first),
+          elseValue(second) {}
     QUORVELIN_NODE_OPERATIONS;
     bool peek(JSContext* context, PeekedValue& out) override;
 
@@ -223,7 +231,8 @@ class JSEntryListNode : public JSNode {
 class JSArgumentsNode final : public JSEntryListNode {
   public:
     JSArgumentsNode() : JSEntryListNode(kArgumentsKind) {}
-    JSArgumentsNode(int32_t nodeLine, int32_t nodeColumn) : JSEntryListNode(kArgumentsKind, nodeLine, nodeColumn) {}
+    JSArgumentsNode(int32_t nodeLine, int32_t nodeColumn)
+        : JSEntryListNode(kArgumentsKind, nodeLine, nodeColumn) {}
     QUORVELIN_NODE_OPERATIONS;
 };
 
@@ -297,7 +306,8 @@ class JSFunctionNode final : public JSNamedNode {
 class JSForInNode final : public JSNode {
   public:
     JSForInNode() : JSNode(kForInKind) {}
-    JSForInNode(int32_t nodeLine, int32_t nodeColumn, const Name& variable, JSNode* collection, JSNode* statement)
+    JSForInNode(int32_t nodeLine, int32_t nodeColumn, const Name& variable, JSNode* collection,
+                JSNode* statement)
         : JSNode(kForInKind, nodeLine, nodeColumn), object(collection), body(statement), name(variable) {}
     QUORVELIN_NODE_OPERATIONS;
 
@@ -310,8 +320,13 @@ class JSForInNode final : public JSNode {
 class JSForNode final : public JSNode {
   public:
     JSForNode() : JSNode(kForKind) {}
-    JSForNode(int32_t nodeLine, int32_t nodeColumn, JSNode* start, JSNode* test, JSNode* step, JSNode* statement)
-        : JSNode(kForKind, nodeLine, nodeColumn), init(start), condition(test), update(step), body(statement) {}
+    JSForNode(int32_t nodeLine, int32_t nodeColumn, JSNode* start, JSNode* test, JSNode* step,
+              JSNode* statement)
+        : JSNode(kForKind, nodeLine, nodeColumn),
+          init(start),
+          condition(test),
+          update(step),
+          body(statement) {}
     QUORVELIN_NODE_OPERATIONS;
 
     Owned<JSNode> init;       // ?

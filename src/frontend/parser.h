@@ -1,11 +1,11 @@
-// The parser: recursive descent, one function a precedence level or statement, working directly on the current
-// token of the tokenizer, which it is.
+// The parser: recursive descent, one function a precedence level or statement, working directly on the
+// current token of the tokenizer, which it is.
 //
 // Every rule gives one of three things: a node; a JSErrorNode, which whoever receives it hands on at once; or
-// null, which means "no construct here, nothing consumed" and is no error: many rules build their node with an
-// absent child. The ladder of expressions is deliberately not symmetrical. Some levels are loops and some are right
-// recursion, and only three guard against compound assignment; each of these asymmetries decides what some
-// expression means.
+// null, which means "no construct here, nothing consumed" and is no error: many rules build their node with
+// an absent child. The ladder of expressions is deliberately not symmetrical. Some levels are loops and some
+// are right recursion, and only three guard against compound assignment; each of these asymmetries decides
+// what some expression means.
 //
 // The first error ends the parse. It carries the position of the tokenizer at that moment.
 #pragma once
@@ -23,9 +23,9 @@ class JSParser : public JSTokenizer {
   public:
     using JSTokenizer::JSTokenizer;
 
-    // Parses the whole stream: a JSStatementListNode, or a JSErrorNode. The result carries a reference for the
-    // caller and outlives the parser. When memory fails anywhere the result is an error; null only when there was
-    // no memory for so much as that.
+    // Parses the whole stream: a JSStatementListNode, or a JSErrorNode. The result carries a reference for
+    // the caller and outlives the parser. When memory fails anywhere the result is an error; null only when
+    // there was no memory for so much as that.
     JSNode* parseProgram();
 
   private:
@@ -90,7 +90,9 @@ class JSParser : public JSTokenizer {
     Result parseJump(Name* label);
 
     // ---- tokens ----
-    bool startsOperator(const char16_t* text) const { return kind() == JSTT_OPERATORS && text_.startsWith(text); }
+    bool startsOperator(const char16_t* text) const {
+        return kind() == JSTT_OPERATORS && text_.startsWith(text);
+    }
     const Atom* matchingOperator(const OperatorTable& operators) const;
     Position consumeOperator(int32_t length);
     bool isWord(const char16_t* word) const { return isToken(JSTT_RESERVED, word); }
@@ -103,8 +105,9 @@ class JSParser : public JSTokenizer {
     Result made(JSNode* node, const char16_t* messageWithoutMemory = u"Out of memory");
     Result makeBinary(Position start, const Atom* op, Result& left, Result& right);
 
-    // Builds a node and hands children over to it. Without memory they stay with their owners, and the result is the
-    // error. (`new` may evaluate the constructor's arguments although it gives null, and what they hand over leaks.)
+    // Builds a node and hands children over to it. Without memory they stay with their owners, and the result
+    // is the error. (`new` may evaluate the constructor's arguments although it gives null, and what they
+    // hand over leaks.)
     template <typename Node, typename... Fields>
     Result make(Position start, Fields&&... fields) {
         void* place = Node::operator new(sizeof(Node));

@@ -19,21 +19,37 @@ struct OperatorTable {
 
 namespace {
 
-constexpr WellKnownName kAssignmentOperators[] = {WellKnownName::assignOperator,  WellKnownName::addAssignOperator, WellKnownName::andAssignOperator, WellKnownName::orAssignOperator,   WellKnownName::xorAssignOperator, WellKnownName::divideAssignOperator,
-                                                    WellKnownName::shiftLeftAssignOperator, WellKnownName::remainderAssignOperator, WellKnownName::multiplyAssignOperator, WellKnownName::shiftRightUnsignedAssignOperator, WellKnownName::subtractAssignOperator, WellKnownName::shiftRightAssignOperator};
+constexpr WellKnownName kAssignmentOperators[] = {
+    WellKnownName::assignOperator,          WellKnownName::addAssignOperator,
+    WellKnownName::andAssignOperator,       WellKnownName::orAssignOperator,
+    WellKnownName::xorAssignOperator,       WellKnownName::divideAssignOperator,
+    WellKnownName::shiftLeftAssignOperator, WellKnownName::remainderAssignOperator,
+    WellKnownName::multiplyAssignOperator,  WellKnownName::shiftRightUnsignedAssignOperator,
+    WellKnownName::subtractAssignOperator,  WellKnownName::shiftRightAssignOperator};
 constexpr WellKnownName kLogicalOrOperators[] = {WellKnownName::logicalOrOperator};
 constexpr WellKnownName kLogicalAndOperators[] = {WellKnownName::logicalAndOperator};
 constexpr WellKnownName kBitOrOperators[] = {WellKnownName::bitOrOperator};
 constexpr WellKnownName kBitXorOperators[] = {WellKnownName::bitXorOperator};
 constexpr WellKnownName kBitAndOperators[] = {WellKnownName::bitAndOperator};
-constexpr WellKnownName kEqualityOperators[] = {WellKnownName::identicalOperator, WellKnownName::notIdenticalOperator, WellKnownName::equalOperator, WellKnownName::notEqualOperator};
-constexpr WellKnownName kRelationalOperators[] = {WellKnownName::lessOrEqualOperator, WellKnownName::lessOperator, WellKnownName::greaterOrEqualOperator, WellKnownName::greaterOperator};
-constexpr WellKnownName kShiftOperators[] = {WellKnownName::shiftLeftOperator, WellKnownName::shiftRightOperator, WellKnownName::shiftRightUnsignedOperator};
+constexpr WellKnownName kEqualityOperators[] = {
+    WellKnownName::identicalOperator, WellKnownName::notIdenticalOperator, WellKnownName::equalOperator,
+    WellKnownName::notEqualOperator};
+constexpr WellKnownName kRelationalOperators[] = {
+    WellKnownName::lessOrEqualOperator, WellKnownName::lessOperator, WellKnownName::greaterOrEqualOperator,
+    WellKnownName::greaterOperator};
+constexpr WellKnownName kShiftOperators[] = {WellKnownName::shiftLeftOperator,
+                                             WellKnownName::shiftRightOperator,
+                                             WellKnownName::shiftRightUnsignedOperator};
 constexpr WellKnownName kAdditiveOperators[] = {WellKnownName::addOperator, WellKnownName::subtractOperator};
-constexpr WellKnownName kMultiplicativeOperators[] = {WellKnownName::multiplyOperator, WellKnownName::divideOperator, WellKnownName::remainderOperator};
-constexpr WellKnownName kUnarySymbols[] = {WellKnownName::incrementOperator, WellKnownName::decrementOperator, WellKnownName::subtractOperator, WellKnownName::complementOperator, WellKnownName::logicalNotOperator};
-constexpr WellKnownName kUnaryWords[] = {WellKnownName::typeofWordOperator, WellKnownName::newWordOperator, WellKnownName::voidWordOperator, WellKnownName::deleteWordOperator};
-constexpr WellKnownName kPostfixOperators[] = {WellKnownName::incrementOperator, WellKnownName::decrementOperator};
+constexpr WellKnownName kMultiplicativeOperators[] = {
+    WellKnownName::multiplyOperator, WellKnownName::divideOperator, WellKnownName::remainderOperator};
+constexpr WellKnownName kUnarySymbols[] = {WellKnownName::incrementOperator, WellKnownName::decrementOperator,
+                                           WellKnownName::subtractOperator, WellKnownName::complementOperator,
+                                           WellKnownName::logicalNotOperator};
+constexpr WellKnownName kUnaryWords[] = {WellKnownName::typeofWordOperator, WellKnownName::newWordOperator,
+                                         WellKnownName::voidWordOperator, WellKnownName::deleteWordOperator};
+constexpr WellKnownName kPostfixOperators[] = {WellKnownName::incrementOperator,
+                                               WellKnownName::decrementOperator};
 
 template <size_t count>
 constexpr OperatorTable table(const WellKnownName (&entries)[count], bool guarded = false,
@@ -56,7 +72,9 @@ constexpr OperatorTable kUnary = table(kUnarySymbols);
 constexpr OperatorTable kPostfix = table(kPostfixOperators);
 
 // Operators are names of the engine's own, as nodes hold them.
-Name operatorName(const Atom* op) { return Name(op); }
+Name operatorName(const Atom* op) {
+    return Name(op);
+}
 
 }  // namespace
 
@@ -76,7 +94,8 @@ const Atom* JSParser::matchingOperator(const OperatorTable& operators) const {
     return nullptr;
 }
 
-// Takes an operator of `length` units off the front of the run. What remains of the run is the current token still.
+// Takes an operator of `length` units off the front of the run. What remains of the run is the current token
+// still.
 JSParser::Position JSParser::consumeOperator(int32_t length) {
     const Position start = position();
     text_.removePrefix(length);
@@ -103,7 +122,9 @@ JSParser::Result JSParser::made(JSNode* node, const char16_t* messageWithoutMemo
     return node != nullptr ? Result(node) : error(messageWithoutMemory);
 }
 
-bool JSParser::tooDeep() const { return nativeStackIsShort(); }
+bool JSParser::tooDeep() const {
+    return nativeStackIsShort();
+}
 
 // ---- The ladder ----
 
@@ -187,9 +208,13 @@ JSParser::Result JSParser::parseLogicalAnd() {
     return parseRightLevel(kLogicalAnd, &JSParser::parseBitOr, &JSParser::parseLogicalAnd);
 }
 
-JSParser::Result JSParser::parseBitOr() { return parseLoopLevel(kBitOr, &JSParser::parseBitXor, parseBitXor()); }
+JSParser::Result JSParser::parseBitOr() {
+    return parseLoopLevel(kBitOr, &JSParser::parseBitXor, parseBitXor());
+}
 
-JSParser::Result JSParser::parseBitXor() { return parseLoopLevel(kBitXor, &JSParser::parseBitAnd, parseBitAnd()); }
+JSParser::Result JSParser::parseBitXor() {
+    return parseLoopLevel(kBitXor, &JSParser::parseBitAnd, parseBitAnd());
+}
 
 // Quirk: "&", the equalities and the comparisons group to the right: a==b==c is a==(b==c).
 JSParser::Result JSParser::parseBitAnd() {
@@ -200,13 +225,16 @@ JSParser::Result JSParser::parseEquality() {
     return parseRightLevel(kEquality, &JSParser::parseRelational, &JSParser::parseEquality);
 }
 
-// Quirk: this level has no guard, so that a >>= 2 is a > (absent >= 2), as the guarded level above declines ">>=".
+// Quirk: this level has no guard, so that a >>= 2 is a > (absent >= 2), as the guarded level above declines
+// ">>=".
 JSParser::Result JSParser::parseRelational() {
     return parseRightLevel(kRelational, &JSParser::parseShift, &JSParser::parseRelational);
 }
 
 // Quirk: ">>" comes before ">>>" and passes its guard there, so a >>> b is (a >> absent) > b.
-JSParser::Result JSParser::parseShift() { return parseLoopLevel(kShift, &JSParser::parseAdditive, parseAdditive()); }
+JSParser::Result JSParser::parseShift() {
+    return parseLoopLevel(kShift, &JSParser::parseAdditive, parseAdditive());
+}
 
 JSParser::Result JSParser::parseAdditive() {
     return parseLoopLevel(kAdditive, &JSParser::parseMultiplicative, parseMultiplicative());
@@ -364,8 +392,8 @@ JSParser::Result JSParser::parseElements(Owned<JSEntryListNode> list, const char
     return Result(list.take());
 }
 
-// The tokenizer has delivered the run of operators that starts with "/"; the characters behind the run are unread.
-// Quirk: the rest of the run is no part of the pattern and is lost: /=a/ has the pattern "a".
+// The tokenizer has delivered the run of operators that starts with "/"; the characters behind the run are
+// unread. Quirk: the rest of the run is no part of the pattern and is lost: /=a/ has the pattern "a".
 JSParser::Result JSParser::parseRegExpLiteral() {
     const Position start = position();
     TextBuilder pattern;

@@ -1,8 +1,8 @@
 // The statement rules of the parser.
 //
-// There is no rule that inserts semicolons. Whether a line end is a separator is decided by the tokenizer's look-ahead
-// and by which tokens a rule reads with `nextToken(true)`, which throws line ends away; a line end that is delivered
-// satisfies every rule that asks for a separator, and a semicolon is never swallowed.
+// There is no rule that inserts semicolons. Whether a line end is a separator is decided by the tokenizer's
+// look-ahead and by which tokens a rule reads with `nextToken(true)`, which throws line ends away; a line end
+// that is delivered satisfies every rule that asks for a separator, and a semicolon is never swallowed.
 #include "foundation/native_stack_guard.h"
 #include "frontend/parser.h"
 
@@ -57,11 +57,16 @@ JSParser::Result JSParser::parseStatement() {
             Result (JSParser::*parse)(Position start);
         };
         static constexpr StatementRule kRules[] = {
-            {u"function", &JSParser::parseFunction}, {u"for", &JSParser::parseFor},
-            {u"if", &JSParser::parseIf},             {u"break", &JSParser::parseBreak},
-            {u"continue", &JSParser::parseContinue}, {u"do", &JSParser::parseDo},
-            {u"return", &JSParser::parseReturn},     {u"switch", &JSParser::parseSwitch},
-            {u"with", &JSParser::parseWith},         {u"while", &JSParser::parseWhile},
+            {u"function", &JSParser::parseFunction},
+            {u"for", &JSParser::parseFor},
+            {u"if", &JSParser::parseIf},
+            {u"break", &JSParser::parseBreak},
+            {u"continue", &JSParser::parseContinue},
+            {u"do", &JSParser::parseDo},
+            {u"return", &JSParser::parseReturn},
+            {u"switch", &JSParser::parseSwitch},
+            {u"with", &JSParser::parseWith},
+            {u"while", &JSParser::parseWhile},
         };
         for (const StatementRule& rule : kRules) {
             if (text_.equals(rule.word)) return (this->*rule.parse)(position());
@@ -130,7 +135,8 @@ JSParser::Result JSParser::parseFor(Position start) {
     Result init = parseVarOrExpression();
     if (isError(init)) return init;
     if (kind() != JSTT_OPERSEPARATOR) return error(u"need ;");
-    // Quirk: a separator never has this text, so no source text makes a for-in; `for (x in y)` asks for a ";".
+    // Quirk: a separator never has this text, so no source text makes a for-in; `for (x in y)` asks for a
+    // ";".
     if (text_.equals(u"in")) return parseForIn(start, std::move(init));
     nextToken(true);
     Result condition = parseExpression();

@@ -1,8 +1,9 @@
 // Trees back to source text.
 //
-// The text is rebuilt in a fixed house style whose exact bytes scripts can see, since `decompile` hands them out.
-// Most classes are written by the template in their shape; the ones that hold lists have rules of their own. The
-// work that is left stands on a stack of its own, not on the native one, so that a tree of any depth can be written.
+// The text is rebuilt in a fixed house style whose exact bytes scripts can see, since `decompile` hands them
+// out. Most classes are written by the template in their shape; the ones that hold lists have rules of their
+// own. The work that is left stands on a stack of its own, not on the native one, so that a tree of any depth
+// can be written.
 #include <iterator>
 
 #include "foundation/heap_block.h"
@@ -166,7 +167,8 @@ class SourceWriter {
         switch (literal.tokenKind) {
             case JSTT_CHAR:
             case JSTT_STRING:
-                // Quirk: nothing is escaped, so a string that holds a quote or a line feed does not read back.
+                // Quirk: nothing is escaped, so a string that holds a quote or a line feed does not read
+                // back.
                 text_.append(u'"');
                 text_.append(literal.text);
                 text_.append(u'"');
@@ -192,7 +194,8 @@ class SourceWriter {
 
     void writeStatements(const ListRecord* record) {
         if (record == nullptr) return;
-        pushAll({Work::child(record->value.get()), Work::text(u";\n"), Work::of(Work::statements, record->next)});
+        pushAll(
+            {Work::child(record->value.get()), Work::text(u";\n"), Work::of(Work::statements, record->next)});
     }
 
     // Quirk: an array literal gets no brackets, and a comma stands behind an entry without a value as well.

@@ -7,27 +7,27 @@
 namespace quorvelin {
 
 // X(number, name)
-#define QUORVELIN_TOKEN_KINDS(X)              \
-    X(0, JSTT_NONE)                           \
-    X(1, JSTT_OPERATORS)                      \
-    X(2, JSTT_CHAR)                           \
-    X(3, JSTT_STRING)                         \
-    X(4, JSTT_PARENTHESES)                    \
-    X(5, JSTT_INT)                            \
-    X(6, JSTT_FLOAT)                          \
-    X(7, JSTT_HEXINT)                         \
-    X(8, JSTT_OCTALINT)                       \
-    X(9, JSTT_ZERO)                           \
-    X(10, JSTT_BOOL)                          \
-    X(11, JSTT_NULL)                          \
-    X(12, JSTT_IDENFICATOR)                   \
-    X(13, JSTT_RESERVED)                      \
-    X(14, JSTT_OPERSEPARATOR)                 \
-    X(15, JSTT_EOF)                           \
-    X(17, JSTT_ERROR_NEEDSINGLEQUOTATION)     \
-    X(18, JSTT_ERROR_NEEDDOUBLEQUOTATION)     \
-    X(19, JSTT_ERROR_UNEXPECTEDCHAR)          \
-    X(20, JSTT_ERROR_NEEDIDENFICATOR)         \
+#define QUORVELIN_TOKEN_KINDS(X)          \
+    X(0, JSTT_NONE)                       \
+    X(1, JSTT_OPERATORS)                  \
+    X(2, JSTT_CHAR)                       \
+    X(3, JSTT_STRING)                     \
+    X(4, JSTT_PARENTHESES)                \
+    X(5, JSTT_INT)                        \
+    X(6, JSTT_FLOAT)                      \
+    X(7, JSTT_HEXINT)                     \
+    X(8, JSTT_OCTALINT)                   \
+    X(9, JSTT_ZERO)                       \
+    X(10, JSTT_BOOL)                      \
+    X(11, JSTT_NULL)                      \
+    X(12, JSTT_IDENFICATOR)               \
+    X(13, JSTT_RESERVED)                  \
+    X(14, JSTT_OPERSEPARATOR)             \
+    X(15, JSTT_EOF)                       \
+    X(17, JSTT_ERROR_NEEDSINGLEQUOTATION) \
+    X(18, JSTT_ERROR_NEEDDOUBLEQUOTATION) \
+    X(19, JSTT_ERROR_UNEXPECTEDCHAR)      \
+    X(20, JSTT_ERROR_NEEDIDENFICATOR)     \
     X(21, JSTT_ERROR_DUBLICATEIDENFICATOR)
 
 enum TokenKind : int32_t {

@@ -13,9 +13,13 @@ constexpr char16_t kLineFeed = 10;
 constexpr char16_t kCarriageReturn = 13;
 constexpr char16_t kTab = 9;
 
-bool isLineEndCharacter(char16_t c) { return c == kLineFeed || c == kCarriageReturn; }
+bool isLineEndCharacter(char16_t c) {
+    return c == kLineFeed || c == kCarriageReturn;
+}
 
-int32_t columnBehindTab(int32_t column) { return (column & ~7) + 8; }
+int32_t columnBehindTab(int32_t column) {
+    return (column & ~7) + 8;
+}
 
 bool isRunCharacter(char16_t c) {
     switch (c) {
@@ -39,14 +43,14 @@ bool isRunCharacter(char16_t c) {
 
 // In the order of their units, for the search. "true", "false" and "null" are told apart before it.
 constexpr std::u16string_view kReservedWords[] = {
-    u"abstract",  u"boolean",   u"break",     u"byte",   u"case",       u"catch",   u"char",
-    u"class",     u"const",     u"continue",  u"default", u"delete",    u"do",      u"double",
-    u"else",      u"extends",   u"false",     u"final",  u"finally",    u"float",   u"for",
-    u"function",  u"goto",      u"if",        u"implements", u"import", u"in",      u"instanceof",
-    u"int",       u"interface", u"long",      u"native", u"new",        u"null",    u"package",
-    u"private",   u"protected", u"public",    u"return", u"short",      u"static",  u"super",
-    u"switch",    u"synchronized", u"throw",  u"throws", u"transient",  u"true",    u"try",
-    u"typeof",    u"var",       u"void",      u"while",  u"with"};
+    u"abstract", u"boolean",      u"break",    u"byte",       u"case",      u"catch",  u"char",
+    u"class",    u"const",        u"continue", u"default",    u"delete",    u"do",     u"double",
+    u"else",     u"extends",      u"false",    u"final",      u"finally",   u"float",  u"for",
+    u"function", u"goto",         u"if",       u"implements", u"import",    u"in",     u"instanceof",
+    u"int",      u"interface",    u"long",     u"native",     u"new",       u"null",   u"package",
+    u"private",  u"protected",    u"public",   u"return",     u"short",     u"static", u"super",
+    u"switch",   u"synchronized", u"throw",    u"throws",     u"transient", u"true",   u"try",
+    u"typeof",   u"var",          u"void",     u"while",      u"with"};
 
 static_assert(std::size(kReservedWords) == 54);
 
@@ -132,8 +136,8 @@ char16_t JSTokenizer::lookBehindLineEnd() {
         } else if (c == 0 || c == kEndOfStream) {
             return kEndOfText;
         } else {
-            // Quirk: also the character that is pushed back here is counted, and counted again when it is read,
-            // so that the first character behind a kept line end stands at column 2.
+            // Quirk: also the character that is pushed back here is counted, and counted again when it is
+            // read, so that the first character behind a kept line end stands at column 2.
             ++column_;
             if (c == u'+' || c == u'-') {
                 const char16_t following = stream_->readChar();
@@ -317,8 +321,9 @@ int32_t JSTokenizer::scanString(char16_t quote) {
     }
 }
 
-// Quirk: a third digit is looked at, and read again as a character of the string in any case; it counts into the
-// value only while that stays within 0xFF. So \x41B is "AB", and \x0ff is the character 0xFF followed by "f".
+// Quirk: a third digit is looked at, and read again as a character of the string in any case; it counts into
+// the value only while that stays within 0xFF. So \x41B is "AB", and \x0ff is the character 0xFF followed by
+// "f".
 void JSTokenizer::scanHexadecimalEscape() {
     int32_t value = 0;
     for (int32_t count = 0; count < 3; ++count) {
@@ -334,8 +339,8 @@ void JSTokenizer::scanHexadecimalEscape() {
     scanned_.append(static_cast<char16_t>(value));
 }
 
-// Quirk: the digit behind the backslash selects the escape but does not count, so \101 is the character 1; and a
-// third digit is read again as with hexadecimal escapes.
+// Quirk: the digit behind the backslash selects the escape but does not count, so \101 is the character 1;
+// and a third digit is read again as with hexadecimal escapes.
 void JSTokenizer::scanOctalEscape() {
     int32_t value = 0;
     for (int32_t count = 0; count < 3; ++count) {
@@ -419,7 +424,9 @@ int32_t JSTokenizer::scanDecimal(bool pointSeen) {
 
 namespace {
 
-bool startsWord(char16_t c) { return isAlphabetic(c) || c == u'_' || c == u'$'; }
+bool startsWord(char16_t c) {
+    return isAlphabetic(c) || c == u'_' || c == u'$';
+}
 
 }  // namespace
 

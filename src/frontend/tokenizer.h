@@ -1,12 +1,13 @@
 // The tokenizer turns a stream of characters into tokens for the parser.
 //
-// Two decisions set it apart. It has no operator table: an operator token is the run of all consecutive operator
-// characters, and the parser peels operators off the front of that run, editing the current token in place. And
-// line ends separate statements only where the next line does not start with an operator-like character: a
-// look-ahead on the level of characters removes the others, and that is all there is of semicolon insertion.
+// Two decisions set it apart. It has no operator table: an operator token is the run of all consecutive
+// operator characters, and the parser peels operators off the front of that run, editing the current token in
+// place. And line ends separate statements only where the next line does not start with an operator-like
+// character: a look-ahead on the level of characters removes the others, and that is all there is of
+// semicolon insertion.
 //
-// `line` and `column` are those of the character taken last. Most tokens end by reading one character too many,
-// so behind them the position is that of the character that follows the token.
+// `line` and `column` are those of the character taken last. Most tokens end by reading one character too
+// many, so behind them the position is that of the character that follows the token.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +34,8 @@ class JSTokenizer {
     // semicolon never is.
     int32_t nextToken(bool skipLineEnds);
 
-    // A line that starts with this character goes on with the statement of the line before. Besides these a "+" or
+    // A line that starts with this character goes on with the statement of the line before. Besides these a
+    // "+" or
     // "-" does that unless it is doubled.
     static bool continuesStatement(char16_t c);
 
@@ -57,8 +59,8 @@ class JSTokenizer {
     bool isToken(int32_t kind, const char16_t* text) const { return kind_ == kind && text_.equals(text); }
     bool isLineEnd() const { return kind_ == JSTT_OPERSEPARATOR && !text_.equals(u";"); }
 
-    // Set once there was no memory for the text of a token. The text at hand is then not that of the token, and
-    // nothing that was made of it may be used.
+    // Set once there was no memory for the text of a token. The text at hand is then not that of the token,
+    // and nothing that was made of it may be used.
     bool memoryFailed_ = false;
 
     BString text_;

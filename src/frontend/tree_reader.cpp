@@ -10,8 +10,8 @@ namespace quorvelin {
 
 namespace {
 
-// What is being read on this thread. The operations in between know nothing but the stream, and a node for which
-// memory failed must not end up in a tree that is missing it.
+// What is being read on this thread. The operations in between know nothing but the stream, and a node for
+// which memory failed must not end up in a tree that is missing it.
 struct Reading {
     int32_t depth = 0;
     bool memoryFailed = false;
@@ -19,7 +19,9 @@ struct Reading {
 thread_local Reading reading;
 
 // The next byte; false at the end of the stream.
-bool readByte(IBStream* stream, uint8_t* byte) { return stream->read(byte, 1) == 1; }
+bool readByte(IBStream* stream, uint8_t* byte) {
+    return stream->read(byte, 1) == 1;
+}
 
 uint32_t readWord(IBStream* stream) {
     uint8_t bytes[4] = {0, 0, 0, 0};
@@ -28,7 +30,9 @@ uint32_t readWord(IBStream* stream) {
            static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
 }
 
-Owned<JSNode> readChild(IBStream* stream) { return Owned<JSNode>(readNode(stream)); }
+Owned<JSNode> readChild(IBStream* stream) {
+    return Owned<JSNode>(readNode(stream));
+}
 
 Name readName(IBStream* stream) {
     Name name(readText(stream));

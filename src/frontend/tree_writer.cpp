@@ -133,8 +133,8 @@ void SavedTree::writeWord(uint32_t word) {
     for (int32_t shift = 0; shift < 32; shift += 8) writeByte(static_cast<uint8_t>(word >> shift));
 }
 
-// The terminating zero is written and counted. The reader takes a text up to its first zero, and an empty text
-// may as well have the count 0.
+// The terminating zero is written and counted. The reader takes a text up to its first zero, and an empty
+// text may as well have the count 0.
 void SavedTree::writeText(const BString& text) {
     if (text.isEmpty()) {
         writeWord(0);

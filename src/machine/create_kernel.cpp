@@ -4,6 +4,8 @@
 
 namespace quorvelin {
 
-BSmartObject* createKernel() { return new JSKernel(); }
+BSmartObject* createKernel() {
+    return new JSKernel();
+}
 
 }  // namespace quorvelin

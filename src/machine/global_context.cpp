@@ -28,8 +28,9 @@ JSGlobalContext::JSGlobalContext()
       utilObject_(new JSUtil()) {}
 
 JSGlobalContext::~JSGlobalContext() {
-    for (JSObject* object : {arrayConstructor_, booleanConstructor_, stringConstructor_, numberConstructor_,
-                             functionConstructor_, dateConstructor_, mathObject_, regExpConstructor_, utilObject_}) {
+    for (JSObject* object :
+         {arrayConstructor_, booleanConstructor_, stringConstructor_, numberConstructor_,
+          functionConstructor_, dateConstructor_, mathObject_, regExpConstructor_, utilObject_}) {
         if (object != nullptr) object->release();
     }
 }
@@ -38,14 +39,14 @@ JSGlobalContext::~JSGlobalContext() {
 
 // What a name of the global context does. No script can replace one.
 struct GlobalName {
-    // How a get is answered: by the object, by a value made for the occasion, or by the rules of an activation, which give
-    // null unless a script's own cell is in the way.
+    // How a get is answered: by the object, by a value made for the occasion, or by the rules of an
+    // activation, which give null unless a script's own cell is in the way.
     enum class Get { object, make, fallThrough };
     enum class Call { object, make, nothing, fallThrough };
 
     WellKnownName name;
     JSValueType type;
-    JSObject* JSGlobalContext::* object;
+    JSObject* JSGlobalContext::*object;
     Get get;
     Call call;
 
@@ -102,7 +103,8 @@ JSObject* JSGlobalContext::getMember(const BString& name, JSContext* ctx, JSObje
     return JSGlobalBase::getMember(name, ctx, receiver);
 }
 
-JSObject* JSGlobalContext::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
+JSObject* JSGlobalContext::setMember(const BString& name, JSObject* value, JSContext* ctx,
+                                     JSObject* receiver) {
     if (GlobalName::find(name) != nullptr) {
         ctx->reportError(u"not correct use prototype");
         return nullptr;
@@ -118,7 +120,8 @@ bool JSGlobalContext::deleteMember(const BString& name, JSContext* ctx, JSObject
     return JSGlobalBase::deleteMember(name, ctx, receiver);
 }
 
-JSObject* JSGlobalContext::callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) {
+JSObject* JSGlobalContext::callMember(const BString& name, JSObject* args, JSContext* ctx,
+                                      JSObject* receiver) {
     const GlobalName* global = GlobalName::find(name);
     if (global == nullptr || global->call == GlobalName::Call::fallThrough) {
         return JSGlobalBase::callMember(name, args, ctx, receiver);
@@ -130,7 +133,8 @@ JSObject* JSGlobalContext::callMember(const BString& name, JSObject* args, JSCon
         }
         case GlobalName::Call::make: {
             Value object(ctx->makeObject(receiver));
-            if (object && receiver != nullptr) const Value stored(receiver->assign(object.get(), ctx, nullptr));
+            if (object && receiver != nullptr)
+                const Value stored(receiver->assign(object.get(), ctx, nullptr));
             return object.take();
         }
         default:
@@ -184,7 +188,9 @@ JSObject* JSGlobalContext::makeArraySized(int32_t count, JSObject* receiver) {
     return array.take();
 }
 
-JSObject* JSGlobalContext::makeArray(JSObject* receiver) { return makeArraySized(0, receiver); }
+JSObject* JSGlobalContext::makeArray(JSObject* receiver) {
+    return makeArraySized(0, receiver);
+}
 
 // ---- Dates ----
 
@@ -207,13 +213,13 @@ JSObject* JSGlobalContext::makeDateFields4(int32_t year, int32_t month, int32_t 
     return makeDateFields6(year, month, day, hours, 0, 0, receiver);
 }
 
-JSObject* JSGlobalContext::makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
-                                           JSObject* receiver) {
+JSObject* JSGlobalContext::makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours,
+                                           int32_t minutes, JSObject* receiver) {
     return makeDateFields6(year, month, day, hours, minutes, 0, receiver);
 }
 
-JSObject* JSGlobalContext::makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
-                                           int32_t seconds, JSObject*) {
+JSObject* JSGlobalContext::makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours,
+                                           int32_t minutes, int32_t seconds, JSObject*) {
     return orOutOfMemory(makeDate(dateConstructor_, utcValue(year, month, day, hours, minutes, seconds)));
 }
 

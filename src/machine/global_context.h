@@ -1,5 +1,5 @@
-// JSGlobalContext, the root of every chain of contexts: it owns the standard objects, answers their names and is the one
-// place where values are made.
+// JSGlobalContext, the root of every chain of contexts: it owns the standard objects, answers their names and
+// is the one place where values are made.
 #pragma once
 
 #include "evaluator/contexts.h"
@@ -19,7 +19,8 @@ class JSGlobalContext : public JSGlobalBase {
     bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
     JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
 
-    // Each reports "Out of memory" and gives null when memory fails; `makeRegExp` gives null without a message.
+    // Each reports "Out of memory" and gives null when memory fails; `makeRegExp` gives null without a
+    // message.
     JSObject* makeString(const BString& text, JSObject* receiver) override;
     JSObject* makeRegExp(const BString& source, JSObject* receiver) override;
     JSObject* makeBoolean(bool value, JSObject* receiver) override;
@@ -29,7 +30,8 @@ class JSGlobalContext : public JSGlobalBase {
     JSObject* makeArray(JSObject* receiver) override;
     // Dates; the fields that the shorter forms leave out are 0, and the year is a full one.
     JSObject* makeDateNumber(const JSNumberValue& milliseconds, JSObject* receiver) override;
-    JSObject* makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours, JSObject* receiver) override;
+    JSObject* makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours,
+                              JSObject* receiver) override;
     JSObject* makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
                               JSObject* receiver) override;
     JSObject* makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,

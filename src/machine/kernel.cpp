@@ -6,7 +6,9 @@
 
 namespace quorvelin {
 
-const stype_info& JSKernel::getClassId() const { return identityOf(ClassId::JSKernel); }
+const stype_info& JSKernel::getClassId() const {
+    return identityOf(ClassId::JSKernel);
+}
 
 void* JSKernel::query(const stype_info& id, IBQueryVisitor* visitor) {
     const QueryStep steps[] = {
@@ -28,7 +30,9 @@ JSObject* getConsole(JSKernel& self, JSMemberRequest& request) {
 }
 
 // Assigning to `console` is accepted and has no effect.
-JSObject* ignoreConsole(JSKernel&, JSMemberRequest&) { return nullptr; }
+JSObject* ignoreConsole(JSKernel&, JSMemberRequest&) {
+    return nullptr;
+}
 
 constexpr NativeMember<JSKernel> kMembers[] = {
     {WellKnownName::console, JSValueType::object, getConsole, ignoreConsole, nullptr},
@@ -40,6 +44,8 @@ bool JSKernel::dispatchMember(JSMemberRequest& request) {
     return dispatchNative(kMembers, *this, request) || JSContext::dispatchMember(request);
 }
 
-JSObject* JSKernel::makeConsole(JSContext*, JSObject*) { return new JSConsole(); }
+JSObject* JSKernel::makeConsole(JSContext*, JSObject*) {
+    return new JSConsole();
+}
 
 }  // namespace quorvelin

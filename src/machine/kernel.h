@@ -1,5 +1,5 @@
-// JSKernel, the machine: one complete script world. It is a global context with the member `console`, and the class that
-// a host names when it asks the factory for a machine.
+// JSKernel, the machine: one complete script world. It is a global context with the member `console`, and the
+// class that a host names when it asks the factory for a machine.
 #pragma once
 
 #include "machine/global_context.h"

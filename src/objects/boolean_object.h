@@ -8,7 +8,8 @@ namespace quorvelin {
 
 class JSBooleanInstance final : public JSInstance {
   public:
-    JSBooleanInstance(JSObject* constructor, JSObject* inner, bool value) : JSInstance(constructor, inner), value_(value) {
+    JSBooleanInstance(JSObject* constructor, JSObject* inner, bool value)
+        : JSInstance(constructor, inner), value_(value) {
         setEngineClass(EngineClass::boolean);
     }
 

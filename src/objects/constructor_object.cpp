@@ -6,7 +6,9 @@ JSObject* JSConstructorObject::assign(JSObject* value, JSContext*, JSObject*) {
     return value != nullptr ? value->shared() : nullptr;
 }
 
-void JSConstructorObject::memberName(BString& out, JSContext*, JSObject*) { out = nameText(className_); }
+void JSConstructorObject::memberName(BString& out, JSContext*, JSObject*) {
+    out = nameText(className_);
+}
 
 JSObject* JSConstructorObject::finishConstruction(JSObject* made, JSContext* ctx, JSObject* receiver) {
     if (made != nullptr && receiver != nullptr) {

@@ -1,5 +1,6 @@
-// The default conversions of JSObject: how a value turns into text, a number, a truth value or an object by its type.
-// They are deliberately this language's own: text that does not parse is 0, and a function is false.
+// The default conversions of JSObject: how a value turns into text, a number, a truth value or an object by
+// its type. They are deliberately this language's own: text that does not parse is 0, and a function is
+// false.
 #include "foundation/text_builder.h"
 #include "foundation/well_known_names.h"
 #include "objects/js_context.h"
@@ -90,7 +91,9 @@ void JSObject::objectAsString(BString& out, JSContext* ctx, JSObject* receiver) 
     out = text.text();
 }
 
-void JSObject::asExpression(BString& out, JSContext*, JSObject*) { out.clear(); }
+void JSObject::asExpression(BString& out, JSContext*, JSObject*) {
+    out.clear();
+}
 
 void JSObject::asNumber(JSNumberValue& out, JSContext* ctx, JSObject* receiver) {
     out = JSNumberValue::of(0.0);

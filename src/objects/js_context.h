@@ -1,10 +1,10 @@
-// JSContext, the context of evaluation: an object that carries the state of the walk, whose members are the names of a
-// script, and whose inner object is the next context of the chain of scopes.
+// JSContext, the context of evaluation: an object that carries the state of the walk, whose members are the
+// names of a script, and whose inner object is the next context of the chain of scopes.
 //
-// Every object is handed a context and uses it for three things: to ask whether the walk has stopped, to report a
-// message, and to have values made. So the whole interface stands here, beside the objects; what the operations do is
-// the evaluator's. Most of them work by one rule, called "up" below: what a context cannot serve itself it asks of its
-// parent, and without a parent the answer is null or nothing.
+// Every object is handed a context and uses it for three things: to ask whether the walk has stopped, to
+// report a message, and to have values made. So the whole interface stands here, beside the objects; what the
+// operations do is the evaluator's. Most of them work by one rule, called "up" below: what a context cannot
+// serve itself it asks of its parent, and without a parent the answer is null or nothing.
 //
 // `receiver` is the cell of a running `new`, null otherwise. Object results carry a reference for the caller.
 #pragma once
@@ -26,8 +26,8 @@ enum class JSCompletion : int32_t { normal = 0, breakLoop = 1, continueLoop = 2,
 
 class JSContext;
 
-// What all contexts of one chain share, kept by the root: the position, and how many contexts have a jump pending. It
-// spares every step of the walk the climb up the chain, which is as long as the chain of calls.
+// What all contexts of one chain share, kept by the root: the position, and how many contexts have a jump
+// pending. It spares every step of the walk the climb up the chain, which is as long as the chain of calls.
 struct JSWalkState {
     JSContext* root;
     int32_t line = 0;
@@ -56,12 +56,14 @@ struct NameQuery {
 
 class JSContext : public JSParentedObject {
   public:
-    // For contexts of a host's own. References `parent`, the next context of the chain, which may be null. Such a context,
-    // and every context below it, asks its parent operation by operation, so each of them may be overridden.
+    // For contexts of a host's own. References `parent`, the next context of the chain, which may be null.
+    // Such a context, and every context below it, asks its parent operation by operation, so each of them may
+    // be overridden.
     explicit JSContext(JSContext* parent) : JSParentedObject(parent, nullptr) {}
     ~JSContext() override;
 
-    // ---- names: each is asked of the nearest context of the chain that has it, of the root when none has ----
+    // ---- names: each is asked of the nearest context of the chain that has it, of the root when none has
+    // ----
     bool hasMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
     JSValueType memberType(const BString& name, JSContext* ctx, JSObject* receiver) override;
     JSObject* getMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
@@ -69,7 +71,8 @@ class JSContext : public JSParentedObject {
     bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
     JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
     bool dispatchMember(JSMemberRequest& request) override;
-    // The receiver, else the nearest this object up the chain from this context, else up from `ctx`, else the root.
+    // The receiver, else the nearest this object up the chain from this context, else up from `ctx`, else the
+    // root.
     JSObject* getThis(JSContext* ctx, JSObject* receiver) override;
 
     // ---- the walk's state ----
@@ -112,11 +115,12 @@ class JSContext : public JSParentedObject {
     // A new plain object that belongs to the running function, in every class.
     virtual JSObject* makeObject(JSObject* receiver);
     virtual JSObject* makeDateNumber(const JSNumberValue& seconds, JSObject* receiver);
-    virtual JSObject* makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours, JSObject* receiver);
-    virtual JSObject* makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
+    virtual JSObject* makeDateFields4(int32_t year, int32_t month, int32_t day, int32_t hours,
                                       JSObject* receiver);
-    virtual JSObject* makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours, int32_t minutes,
-                                      int32_t seconds, JSObject* receiver);
+    virtual JSObject* makeDateFields5(int32_t year, int32_t month, int32_t day, int32_t hours,
+                                      int32_t minutes, JSObject* receiver);
+    virtual JSObject* makeDateFields6(int32_t year, int32_t month, int32_t day, int32_t hours,
+                                      int32_t minutes, int32_t seconds, JSObject* receiver);
     virtual JSObject* makeDateFields3(int32_t year, int32_t month, int32_t day, JSObject* receiver);
     virtual JSObject* makeDateValue(JSObject* value, JSObject* receiver);
     virtual JSObject* makeDateNow(JSObject* receiver);
@@ -137,8 +141,8 @@ class JSContext : public JSParentedObject {
     virtual bool declareVariable(const BString& name);
     virtual bool declareParameter(const BString& name);
     // Any of the nodes may be null.
-    virtual JSObject* executeLoop(JSNode* init, JSNode* preCondition, JSNode* body, JSNode* postCondition, JSNode* step,
-                                  JSObject* receiver);
+    virtual JSObject* executeLoop(JSNode* init, JSNode* preCondition, JSNode* body, JSNode* postCondition,
+                                  JSNode* step, JSObject* receiver);
     // A new function object of the function that runs here, null at top level.
     virtual JSObject* currentFunction();
     virtual void currentLabel(BString& out);
@@ -166,32 +170,36 @@ class JSContext : public JSParentedObject {
 
     // As `makeString`, of a text that is handed over instead of copied.
     JSObject* makeStringOf(BString&& text, JSObject* receiver) {
-        return state_ != nullptr ? state_->root->adoptString(std::move(text), receiver) : makeString(text, receiver);
+        return state_ != nullptr ? state_->root->adoptString(std::move(text), receiver)
+                                 : makeString(text, receiver);
     }
 
     // The next context of the chain; borrowed, null at the root.
     JSContext* parent() const { return static_cast<JSContext*>(inner()); }
 
-    // The cell that the name stands for, where that can be told by looking at the stores of the engine's own contexts;
-    // borrowed, null when it takes asking. `hint` as in MemberStore.
+    // The cell that the name stands for, where that can be told by looking at the stores of the engine's own
+    // contexts; borrowed, null when it takes asking. `hint` as in MemberStore.
     JSProperty* peekCell(const Atom* atom, int32_t& hint);
 
     // As `isStopped`, at no cost while no jump is pending anywhere.
     bool stopped() {
-        if (state_ != nullptr && state_->stoppedContexts == 0) [[likely]] return false;
+        if (state_ != nullptr && state_->stoppedContexts == 0) [[likely]]
+            return false;
         return isStopped();
     }
 
   protected:
-    // For the engine's own contexts: shares the walk's state with the parent, unless a context of a host's own stands
-    // between. A class derived from one of them that overrides `isStopped`, `setPosition`, `getPosition` or a factory
-    // of values calls `askEveryContext` when it is built.
+    // For the engine's own contexts: shares the walk's state with the parent, unless a context of a host's
+    // own stands between. A class derived from one of them that overrides `isStopped`, `setPosition`,
+    // `getPosition` or a factory of values calls `askEveryContext` when it is built.
     struct EngineContext {};
     JSContext(EngineContext, JSContext* parent)
-        : JSParentedObject(parent, nullptr), state_(parent != nullptr ? parent->state_ : nullptr), isEngines_(true) {}
+        : JSParentedObject(parent, nullptr),
+          state_(parent != nullptr ? parent->state_ : nullptr),
+          isEngines_(true) {}
 
-    // Who answers a name in one context of the engine's: nobody, the context's own members, another object, or the
-    // context by the `special...` operations.
+    // Who answers a name in one context of the engine's: nobody, the context's own members, another object,
+    // or the context by the `special...` operations.
     struct Holder {
         enum Kind : uint8_t { nobody, self, object, special };
         Kind kind;
@@ -217,7 +225,8 @@ class JSContext : public JSParentedObject {
     // What `makeStringOf` asks of the root.
     virtual JSObject* adoptString(BString&& text, JSObject* receiver) { return makeString(text, receiver); }
 
-    // The this object of this context or of the nearest one above that has one, with a reference; null when there is none.
+    // The this object of this context or of the nearest one above that has one, with a reference; null when
+    // there is none.
     virtual JSObject* nearestThis();
 
     void complete(JSCompletion completion);
@@ -239,8 +248,8 @@ class JSContext : public JSParentedObject {
   private:
     bool conditionFails(JSNode* condition, JSObject* receiver);
 
-    // Where a name was found: a context, and who answers there. `up` says that the context itself is to be asked by its
-    // virtual operation: the root, or a context of a host's own.
+    // Where a name was found: a context, and who answers there. `up` says that the context itself is to be
+    // asked by its virtual operation: the root, or a context of a host's own.
     struct Place {
         JSContext* context;
         Holder holder;
@@ -255,7 +264,8 @@ class JSContext : public JSParentedObject {
     bool isEngines_ = false;
 
   protected:
-    // For `peekCell`: the store that comes before this context's own, and whether the context asks an object first.
+    // For `peekCell`: the store that comes before this context's own, and whether the context asks an object
+    // first.
     const MemberStore* firstStore_ = nullptr;
     bool asksObjectFirst_ = false;
 };

@@ -19,7 +19,9 @@ JSObject::~JSObject() {
     }
 }
 
-JSValueType JSObject::valueType(JSContext*, JSObject*) { return JSValueType::object; }
+JSValueType JSObject::valueType(JSContext*, JSObject*) {
+    return JSValueType::object;
+}
 
 // ---- Members by name ----
 
@@ -137,22 +139,31 @@ void JSObject::deleteItem(int32_t index, JSContext*, JSObject*) {
 
 // ---- Storing and calling ----
 
-JSObject* JSObject::assign(JSObject*, JSContext*, JSObject*) { return nullptr; }
+JSObject* JSObject::assign(JSObject*, JSContext*, JSObject*) {
+    return nullptr;
+}
 
-JSObject* JSObject::call(JSObject*, JSContext*, JSObject*) { return nullptr; }
+JSObject* JSObject::call(JSObject*, JSContext*, JSObject*) {
+    return nullptr;
+}
 
 // ---- The store as a whole ----
 
-void JSObject::memberName(BString& out, JSContext*, JSObject*) { out.clear(); }
+void JSObject::memberName(BString& out, JSContext*, JSObject*) {
+    out.clear();
+}
 
-int32_t JSObject::memberCount(JSContext*, JSObject*) { return members_.count(); }
+int32_t JSObject::memberCount(JSContext*, JSObject*) {
+    return members_.count();
+}
 
 JSObject* JSObject::memberAt(int32_t index, JSContext* ctx, JSObject* receiver) {
     return JSObject::getItem(index, ctx, receiver);
 }
 
 void JSObject::releaseMembers() {
-    // An entry's end may run a host's code that looks at this object again, so each one leaves the store first.
+    // An entry's end may run a host's code that looks at this object again, so each one leaves the store
+    // first.
     MemberStore gone;
     gone.swap(members_);
     for (int32_t i = 0; i < gone.count(); ++i) {
@@ -162,9 +173,13 @@ void JSObject::releaseMembers() {
     if (members_.count() == 0) members_.swap(gone);  // the buffer stays
 }
 
-void JSObject::clearMembers(JSContext*, JSObject*) { releaseMembers(); }
+void JSObject::clearMembers(JSContext*, JSObject*) {
+    releaseMembers();
+}
 
-int32_t JSObject::getLength(JSObject*) { return members_.count(); }
+int32_t JSObject::getLength(JSObject*) {
+    return members_.count();
+}
 
 void JSObject::setLength(int32_t length, JSObject*) {
     if (length > members_.count()) members_.appendEmpty(length - members_.count());
@@ -184,13 +199,19 @@ void JSObject::setConstructor(JSObject* value, JSContext* ctx, JSObject* receive
     constructor_ = object.take();
 }
 
-JSObject* JSObject::getThis(JSContext*, JSObject*) { return shared(); }
+JSObject* JSObject::getThis(JSContext*, JSObject*) {
+    return shared();
+}
 
 void JSObject::setThis(JSObject*, JSContext*, JSObject*) {}
 
-void JSObject::callToString(BString& out, JSObject*, JSContext* ctx, JSObject* receiver) { asString(out, ctx, receiver); }
+void JSObject::callToString(BString& out, JSObject*, JSContext* ctx, JSObject* receiver) {
+    asString(out, ctx, receiver);
+}
 
-JSObject* JSObject::callValueOf(JSObject*, JSContext*, JSObject*) { return shared(); }
+JSObject* JSObject::callValueOf(JSObject*, JSContext*, JSObject*) {
+    return shared();
+}
 
 // ---- The members that every object has ----
 
@@ -254,7 +275,9 @@ constexpr NativeMember<JSObject> kMembers[] = {
 
 }  // namespace
 
-bool JSObject::dispatchMember(JSMemberRequest& request) { return dispatchNative(kMembers, *this, request); }
+bool JSObject::dispatchMember(JSMemberRequest& request) {
+    return dispatchNative(kMembers, *this, request);
+}
 
 int32_t JSMemberRequest::searchWellKnown(const BString& text) {
     const NameLookup lookup(text);
@@ -268,7 +291,8 @@ JSObject* makeNativeMethodRef(JSObject& self, JSMemberRequest& request) {
 // ---- Arguments ----
 
 template <typename Convert>
-bool JSObject::readArgument(JSObject* args, int32_t position, JSContext* ctx, JSObject* receiver, Convert convert) {
+bool JSObject::readArgument(JSObject* args, int32_t position, JSContext* ctx, JSObject* receiver,
+                            Convert convert) {
     if (args == nullptr || position >= args->memberCount(ctx, receiver) || ctx->isStopped()) return false;
     Value argument(args->memberAt(position, ctx, receiver));
     if (ctx->isStopped() || !argument) return false;
@@ -285,10 +309,12 @@ bool JSObject::argString(JSObject* args, int32_t position, BString& out, JSConte
     return present;
 }
 
-bool JSObject::argExpression(JSObject* args, int32_t position, BString& out, JSContext* ctx, JSObject* receiver) {
+bool JSObject::argExpression(JSObject* args, int32_t position, BString& out, JSContext* ctx,
+                             JSObject* receiver) {
     BString text;
-    const bool present = readArgument(args, position, ctx, receiver,
-                                      [&](JSObject& argument) { argument.asExpression(text, ctx, receiver); });
+    const bool present = readArgument(args, position, ctx, receiver, [&](JSObject& argument) {
+        argument.asExpression(text, ctx, receiver);
+    });
     if (present) out = std::move(text);
     return present;
 }
@@ -302,7 +328,8 @@ bool JSObject::argNumber(JSObject* args, int32_t position, double& out, JSContex
     return present;
 }
 
-bool JSObject::argInteger(JSObject* args, int32_t position, int32_t& out, JSContext* ctx, JSObject* receiver) {
+bool JSObject::argInteger(JSObject* args, int32_t position, int32_t& out, JSContext* ctx,
+                          JSObject* receiver) {
     double number = 0.0;
     const bool present = argNumber(args, position, number, ctx, receiver);
     if (present) out = truncateToInt32(number);

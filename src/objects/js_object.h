@@ -1,16 +1,16 @@
 // JSObject, the one interface of everything that a script can touch, the contexts of evaluation included.
 //
-// A value is a pointer to a JSObject, and the null pointer is the undefined value; numbers, texts and booleans are
-// small objects. A class is written by overriding a few of the operations below, most often one: `dispatchMember`,
-// which answers a member request that no own property took.
+// A value is a pointer to a JSObject, and the null pointer is the undefined value; numbers, texts and
+// booleans are small objects. A class is written by overriding a few of the operations below, most often one:
+// `dispatchMember`, which answers a member request that no own property took.
 //
-// Two arguments go through every operation: `ctx`, the context under which it runs, which reports messages, knows
-// whether a jump is pending and makes values; and `receiver`, the cell of a running `new`, null otherwise, which is
-// handed on unchanged.
+// Two arguments go through every operation: `ctx`, the context under which it runs, which reports messages,
+// knows whether a jump is pending and makes values; and `receiver`, the cell of a running `new`, null
+// otherwise, which is handed on unchanged.
 //
-// Ownership: object results carry a reference for the caller and may be null; arguments are borrowed. Text results
-// go into `out`, which the operation assigns. Nothing throws: a failure reports through the context and gives null,
-// false or an empty text.
+// Ownership: object results carry a reference for the caller and may be null; arguments are borrowed. Text
+// results go into `out`, which the operation assigns. Nothing throws: a failure reports through the context
+// and gives null, false or an empty text.
 #pragma once
 
 #include <cstdint>
@@ -47,8 +47,8 @@ class JSObject : public BSmartObject {
     virtual JSObject* setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver);
     // Removes an own property; true when there was one. Names of the dispatch are not touched.
     virtual bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver);
-    // Calls a member with this object as `this`. `args` is an object whose elements are the arguments; null means
-    // none.
+    // Calls a member with this object as `this`. `args` is an object whose elements are the arguments; null
+    // means none.
     virtual JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver);
 
     // ---- members by position: the same entries, in the order in which they were made ----
@@ -77,8 +77,8 @@ class JSObject : public BSmartObject {
     // What the `delete` operator does to a value: lets go of all entries.
     virtual void clearMembers(JSContext* ctx, JSObject* receiver);
     virtual int32_t getLength(JSObject* receiver);
-    // Appends empty entries or lets go of entries from the end until there are `length`. A negative length only
-    // ever appends, that is, does nothing.
+    // Appends empty entries or lets go of entries from the end until there are `length`. A negative length
+    // only ever appends, that is, does nothing.
     virtual void setLength(int32_t length, JSObject* receiver);
     virtual JSObject* getConstructor(JSContext* ctx, JSObject* receiver);
     virtual void setConstructor(JSObject* value, JSContext* ctx, JSObject* receiver);
@@ -87,19 +87,23 @@ class JSObject : public BSmartObject {
     virtual void callToString(BString& out, JSObject* args, JSContext* ctx, JSObject* receiver);
     virtual JSObject* callValueOf(JSObject* args, JSContext* ctx, JSObject* receiver);
 
-    // Answers a request for a member that is no own property. True commits the caller to the request's results.
-    // A class compares the name with its own names, and hands what it does not serve to its base class.
+    // Answers a request for a member that is no own property. True commits the caller to the request's
+    // results. A class compares the name with its own names, and hands what it does not serve to its base
+    // class.
     virtual bool dispatchMember(JSMemberRequest& request);
 
     // ---- reading arguments: called on the argument list, which may be null ----
-    // Each converts the argument at `position` into `out` and gives true; an argument that is missing or empty, or a
-    // pending jump, gives false and leaves `out` as it was.
+    // Each converts the argument at `position` into `out` and gives true; an argument that is missing or
+    // empty, or a pending jump, gives false and leaves `out` as it was.
     static bool argString(JSObject* args, int32_t position, BString& out, JSContext* ctx, JSObject* receiver);
-    static bool argExpression(JSObject* args, int32_t position, BString& out, JSContext* ctx, JSObject* receiver);
-    static bool argInteger(JSObject* args, int32_t position, int32_t& out, JSContext* ctx, JSObject* receiver);
+    static bool argExpression(JSObject* args, int32_t position, BString& out, JSContext* ctx,
+                              JSObject* receiver);
+    static bool argInteger(JSObject* args, int32_t position, int32_t& out, JSContext* ctx,
+                           JSObject* receiver);
     static bool argNumber(JSObject* args, int32_t position, double& out, JSContext* ctx, JSObject* receiver);
 
-    // ---- the operations of this class, for classes that choose between them and others by a rule of their own ----
+    // ---- the operations of this class, for classes that choose between them and others by a rule of their
+    // own ----
     bool hasOwnMember(const BString& name, JSContext* ctx, JSObject* receiver) {
         return JSObject::hasMember(name, ctx, receiver);
     }
@@ -145,7 +149,8 @@ class JSObject : public BSmartObject {
 
   private:
     template <typename Convert>
-    static bool readArgument(JSObject* args, int32_t position, JSContext* ctx, JSObject* receiver, Convert convert);
+    static bool readArgument(JSObject* args, int32_t position, JSContext* ctx, JSObject* receiver,
+                             Convert convert);
 
     void objectAsString(BString& out, JSContext* ctx, JSObject* receiver);
 

@@ -174,7 +174,9 @@ void JSProperty::className(BString& out, JSContext* ctx, JSObject* receiver) {
     }
 }
 
-void JSProperty::memberName(BString& out, JSContext*, JSObject*) { out = name_.text(); }
+void JSProperty::memberName(BString& out, JSContext*, JSObject*) {
+    out = name_.text();
+}
 
 int32_t JSProperty::memberCount(JSContext* ctx, JSObject* receiver) {
     HELD;
@@ -186,7 +188,9 @@ JSObject* JSProperty::memberAt(int32_t index, JSContext* ctx, JSObject* receiver
     return held ? held->memberAt(index, ctx, receiver) : nullptr;
 }
 
-void JSProperty::clearMembers(JSContext*, JSObject*) { const Value old(std::exchange(value_, nullptr)); }
+void JSProperty::clearMembers(JSContext*, JSObject*) {
+    const Value old(std::exchange(value_, nullptr));
+}
 
 #undef HELD
 

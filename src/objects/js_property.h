@@ -1,7 +1,7 @@
 // JSProperty, a member cell: a name and one held value, to which nearly every operation is forwarded.
 //
-// That is how reading a member can hand back the cell and still act as the value, and how the receiver of a `new`
-// can be an empty cell that a constructor fills.
+// That is how reading a member can hand back the cell and still act as the value, and how the receiver of a
+// `new` can be an empty cell that a constructor fills.
 #pragma once
 
 #include "foundation/name.h"

@@ -1,4 +1,5 @@
-// JSMemberRequest, what a class's `dispatchMember` is handed, and the shared walker over tables of native members.
+// JSMemberRequest, what a class's `dispatchMember` is handed, and the shared walker over tables of native
+// members.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +18,8 @@ struct JSMemberRequest {
     JSMemberRequest(const BString& memberName, JSRequestOp requestOp)
         : name(&memberName), op(requestOp), wellKnown(wellKnownOf(memberName)) {}
     // For get, set and call.
-    JSMemberRequest(const BString& memberName, JSRequestOp requestOp, JSObject* requestArgument, JSContext* context,
-                    JSObject* requestReceiver)
+    JSMemberRequest(const BString& memberName, JSRequestOp requestOp, JSObject* requestArgument,
+                    JSContext* context, JSObject* requestReceiver)
         : name(&memberName),
           op(requestOp),
           argument(requestArgument),
@@ -52,8 +53,8 @@ struct JSMemberRequest {
     static int32_t searchWellKnown(const BString& text);
 };
 
-// One member of a native class. A null operation is one that the class does not serve: the request goes to the base
-// class. `get` null on a member of type function gives a method reference.
+// One member of a native class. A null operation is one that the class does not serve: the request goes to
+// the base class. `get` null on a member of type function gives a method reference.
 template <typename Class>
 struct NativeMember {
     WellKnownName name;
@@ -69,8 +70,8 @@ struct NativeMember {
 // The method reference that a get of a native method gives.
 JSObject* makeNativeMethodRef(JSObject& self, JSMemberRequest& request);
 
-// Answers the request from the table, in its order. False when no member matches or the matching one does not serve
-// the operation; the caller then asks its base class.
+// Answers the request from the table, in its order. False when no member matches or the matching one does not
+// serve the operation; the caller then asks its base class.
 template <typename Class, size_t count>
 bool dispatchNative(const NativeMember<Class> (&table)[count], Class& self, JSMemberRequest& request) {
     if (request.wellKnown < 0) return false;

@@ -1,8 +1,8 @@
-// MemberStore, the own properties of an object: cells in order of insertion, in one array that is seen both by name
-// and by position. An entry may be empty.
+// MemberStore, the own properties of an object: cells in order of insertion, in one array that is seen both
+// by name and by position. An entry may be empty.
 //
-// A search by name compares the addresses of names and gives the first match. The store counts the cells that have a
-// name, so that the nameless elements of an array cost a search by name nothing.
+// A search by name compares the addresses of names and gives the first match. The store counts the cells that
+// have a name, so that the nameless elements of an array cost a search by name nothing.
 #pragma once
 
 #include <cstdint>
@@ -18,8 +18,8 @@ class JSProperty;
 
 class MemberStore {
   public:
-    // More entries than this are refused as memory that there is not: one statement of a script must not be able to take
-    // all memory of the process.
+    // More entries than this are refused as memory that there is not: one statement of a script must not be
+    // able to take all memory of the process.
     static constexpr int32_t kMostEntries = 1 << 27;
 
     MemberStore() : cells_(BArray<JSProperty*>::Lazy{}) {}
@@ -34,12 +34,12 @@ class MemberStore {
     // The position of the first cell with the name, or -1. `atom` is the stored name, null if there is none.
     int32_t find(const Atom* atom, const BString& name, JSContext* ctx, JSObject* receiver) const;
 
-    // As `find`, for names alone: the cell, or null when there is none or it takes asking a cell for its name. `hint` is
-    // where to look first, and where the cell was found.
+    // As `find`, for names alone: the cell, or null when there is none or it takes asking a cell for its
+    // name. `hint` is where to look first, and where the cell was found.
     JSProperty* peek(const Atom* atom, int32_t& hint) const;
 
-    // The store takes the reference to `cell`, which may be null, over. False without memory; the reference stays
-    // with the caller then.
+    // The store takes the reference to `cell`, which may be null, over. False without memory; the reference
+    // stays with the caller then.
     bool append(JSProperty* cell);
     // As `append`, where a cell of that name may be there already.
     bool appendRepeatable(JSProperty* cell);

@@ -8,7 +8,9 @@
 
 namespace quorvelin {
 
-JSValueType JSNumberInstance::valueType(JSContext*, JSObject*) { return JSValueType::number; }
+JSValueType JSNumberInstance::valueType(JSContext*, JSObject*) {
+    return JSValueType::number;
+}
 
 namespace {
 
@@ -31,7 +33,8 @@ JSObject* JSNumberInstance::getMember(const BString& name, JSContext* ctx, JSObj
     return JSObject::getMember(name, ctx, receiver);
 }
 
-JSObject* JSNumberInstance::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
+JSObject* JSNumberInstance::setMember(const BString& name, JSObject* value, JSContext* ctx,
+                                      JSObject* receiver) {
     if (isNumberMethod(name)) {
         ctx->reportError(u"this property is read only");
         return nullptr;
@@ -58,13 +61,21 @@ JSObject* JSNumberInstance::callMember(const BString& name, JSObject*, JSContext
     return JSObject::getMember(name, ctx, receiver);
 }
 
-void JSNumberInstance::asString(BString& out, JSContext*, JSObject*) { out = value_.toText(); }
+void JSNumberInstance::asString(BString& out, JSContext*, JSObject*) {
+    out = value_.toText();
+}
 
-void JSNumberInstance::asNumber(JSNumberValue& out, JSContext*, JSObject*) { out = JSNumberValue::of(value_.value); }
+void JSNumberInstance::asNumber(JSNumberValue& out, JSContext*, JSObject*) {
+    out = JSNumberValue::of(value_.value);
+}
 
-JSObject* JSNumberInstance::asObject(JSContext*, JSObject*) { return shared(); }
+JSObject* JSNumberInstance::asObject(JSContext*, JSObject*) {
+    return shared();
+}
 
-void JSNumberInstance::className(BString& out, JSContext*, JSObject*) { out = nameText(WellKnownName::NumberClass); }
+void JSNumberInstance::className(BString& out, JSContext*, JSObject*) {
+    out = nameText(WellKnownName::NumberClass);
+}
 
 // ---- The constructor ----
 
@@ -75,7 +86,8 @@ struct NumberConstant {
     double value;
 };
 
-// Quirk: three of the four are not what their names say, and a script's own member of such a name is never seen.
+// Quirk: three of the four are not what their names say, and a script's own member of such a name is never
+// seen.
 constexpr NumberConstant kConstants[] = {
     {WellKnownName::MAX_VALUE, std::numeric_limits<double>::max()},
     {WellKnownName::NaN, 0.0},
@@ -92,7 +104,9 @@ const NumberConstant* findConstant(const BString& name) {
 
 }  // namespace
 
-JSValueType JSNumberConstructor::valueType(JSContext*, JSObject*) { return JSValueType::function; }
+JSValueType JSNumberConstructor::valueType(JSContext*, JSObject*) {
+    return JSValueType::function;
+}
 
 bool JSNumberConstructor::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
     return findConstant(name) != nullptr || JSObject::hasMember(name, ctx, receiver);

@@ -22,14 +22,16 @@ class JSNumberInstance final : public JSInstance {
     bool deleteMember(const BString& name, JSContext* ctx, JSObject* receiver) override;
     JSObject* callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) override;
     void asString(BString& out, JSContext* ctx, JSObject* receiver) override;
-    // The stored double as a finite number. Quirk: a NaN, and an infinity from the tables of arithmetic, reads as 0.
+    // The stored double as a finite number. Quirk: a NaN, and an infinity from the tables of arithmetic,
+    // reads as 0.
     void asNumber(JSNumberValue& out, JSContext* ctx, JSObject* receiver) override;
     JSObject* asObject(JSContext* ctx, JSObject* receiver) override;
     void className(BString& out, JSContext* ctx, JSObject* receiver) override;
 
     // The record as it was stored, kind included.
     const JSNumberValue& storedValue() const { return value_; }
-    // Puts another finite number in. Only for an object that one cell alone holds, of which nobody else can know.
+    // Puts another finite number in. Only for an object that one cell alone holds, of which nobody else can
+    // know.
     void replaceStored(double number) { value_ = {number, JSNumberKind::finite}; }
 
   private:
@@ -48,9 +50,9 @@ class JSNumberConstructor final : public JSConstructorObject {
     void className(BString& out, JSContext* ctx, JSObject* receiver) override;
 };
 
-// The number that comparisons, case labels and the operators "-" and "~" see in a value: the stored record, kind
-// included, where the value is a number object of the engine, itself or behind cells and references; `asNumber`
-// otherwise.
+// The number that comparisons, case labels and the operators "-" and "~" see in a value: the stored record,
+// kind included, where the value is a number object of the engine, itself or behind cells and references;
+// `asNumber` otherwise.
 void comparisonNumber(JSObject* value, JSNumberValue& out, JSContext* ctx, JSObject* receiver);
 
 }  // namespace quorvelin

@@ -12,14 +12,14 @@ namespace {
 
 using Kind = JSNumberKind;
 
-// Records that come from the tables. Their double is 0, which is what reading such a number as a number gives; an operand
-// that a table hands on as it is keeps its own.
+// Records that come from the tables. Their double is 0, which is what reading such a number as a number
+// gives; an operand that a table hands on as it is keeps its own.
 constexpr JSNumberValue kNaN = {0.0, Kind::notANumber};
 constexpr JSNumberValue kPlusInfinity = {0.0, Kind::plusInfinity};
 constexpr JSNumberValue kMinusInfinity = {0.0, Kind::minusInfinity};
 
-// How far two numbers may lie apart, relative to the right one, and still be equal: ten times the first power of
-// ten that is lost when added to 1.
+// How far two numbers may lie apart, relative to the right one, and still be equal: ten times the first power
+// of ten that is lost when added to 1.
 constexpr double computeTolerance() {
     double x = 1.0;
     while (1.0 + x != 1.0) x *= 0.1;
@@ -54,13 +54,15 @@ JSNumberValue numberOfText(const BString& text) {
 }
 
 JSNumberValue JSNumberValue::add(const JSNumberValue& right) const {
-    if (isFinite() && right.isFinite()) [[likely]] return of(value + right.value);
+    if (isFinite() && right.isFinite()) [[likely]]
+        return of(value + right.value);
     switch (kind) {
         case Kind::finite:
             return right;
         case Kind::plusInfinity:
         case Kind::minusInfinity:
-            // Quirk: adding minus infinity to either infinity gives NaN, adding plus infinity keeps the left one.
+            // Quirk: adding minus infinity to either infinity gives NaN, adding plus infinity keeps the left
+            // one.
             return right.kind == Kind::notANumber || right.kind == Kind::minusInfinity ? kNaN : *this;
         default:
             return *this;
@@ -68,7 +70,8 @@ JSNumberValue JSNumberValue::add(const JSNumberValue& right) const {
 }
 
 JSNumberValue JSNumberValue::subtract(const JSNumberValue& right) const {
-    if (isFinite() && right.isFinite()) [[likely]] return of(value - right.value);
+    if (isFinite() && right.isFinite()) [[likely]]
+        return of(value - right.value);
     switch (kind) {
         case Kind::finite:
             return right;  // Quirk: 1 minus infinity is plus infinity; the sign stays.
@@ -84,11 +87,12 @@ JSNumberValue JSNumberValue::subtract(const JSNumberValue& right) const {
 }
 
 JSNumberValue JSNumberValue::multiply(const JSNumberValue& right) const {
-    if (isFinite() && right.isFinite()) [[likely]] return of(value * right.value);
+    if (isFinite() && right.isFinite()) [[likely]]
+        return of(value * right.value);
     if (kind == Kind::notANumber) return *this;
     if (right.kind == Kind::notANumber) return kNaN;
-    // Quirk: a negative number times an infinity keeps the infinity's sign; an infinity times a negative number
-    // changes it.
+    // Quirk: a negative number times an infinity keeps the infinity's sign; an infinity times a negative
+    // number changes it.
     if (kind == Kind::finite) return value == 0.0 ? kNaN : right;
     const JSNumberValue same = kind == Kind::plusInfinity ? kPlusInfinity : kMinusInfinity;
     const JSNumberValue opposite = kind == Kind::plusInfinity ? kMinusInfinity : kPlusInfinity;
@@ -141,8 +145,9 @@ JSNumberValue JSNumberValue::bitXor(const JSNumberValue& right) const {
 }
 
 JSNumberValue JSNumberValue::shiftLeft(const JSNumberValue& right) const {
-    return onBits(*this, right,
-                  [](int32_t a, int32_t b) { return static_cast<int32_t>(static_cast<uint32_t>(a) << (b & 31)); });
+    return onBits(*this, right, [](int32_t a, int32_t b) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) << (b & 31));
+    });
 }
 
 JSNumberValue JSNumberValue::shiftRight(const JSNumberValue& right) const {
@@ -210,7 +215,8 @@ BString JSNumberValue::toText() const {
     }
     BString text;
     if (text.reserve(static_cast<int32_t>(end - digits))) {
-        for (char16_t* unit = text.buffer(); const char digit : std::string_view(digits, static_cast<size_t>(end - digits))) {
+        for (char16_t* unit = text.buffer();
+             const char digit : std::string_view(digits, static_cast<size_t>(end - digits))) {
             *unit++ = static_cast<char16_t>(digit);
         }
         text.buffer()[end - digits] = 0;

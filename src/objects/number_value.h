@@ -1,6 +1,6 @@
 // JSNumberValue, the record that carries every number: a double and a kind. Infinities and NaN are kinds, not
-// values; arithmetic on them follows tables of its own, comparing is relative with a tolerance, and the text of a
-// number never has an exponent.
+// values; arithmetic on them follows tables of its own, comparing is relative with a tolerance, and the text
+// of a number never has an exponent.
 #pragma once
 
 #include <cstdint>
@@ -16,9 +16,11 @@ struct JSNumberValue {
     JSNumberKind kind = JSNumberKind::finite;
 
     // A record of kind finite, normalised: what is not finite becomes an infinity by its sign.
-    // Quirk: a NaN that arises here counts as less than 0, so it becomes minus infinity and prints "-Infinity".
+    // Quirk: a NaN that arises here counts as less than 0, so it becomes minus infinity and prints
+    // "-Infinity".
     static JSNumberValue of(double number) {
-        if (number - number == 0.0) [[likely]] return {number, JSNumberKind::finite};
+        if (number - number == 0.0) [[likely]]
+            return {number, JSNumberKind::finite};
         return {number, number > 0.0 ? JSNumberKind::plusInfinity : JSNumberKind::minusInfinity};
     }
     static JSNumberValue notANumber() { return {0.0, JSNumberKind::notANumber}; }
@@ -54,8 +56,8 @@ struct JSNumberValue {
     BString toText() const;
 };
 
-// The number that a text stands for in a conversion: 0 for an empty text and for one that is not a number through to its
-// end, so that no conversion of a text gives NaN.
+// The number that a text stands for in a conversion: 0 for an empty text and for one that is not a number
+// through to its end, so that no conversion of a text gives NaN.
 JSNumberValue numberOfText(const BString& text);
 
 }  // namespace quorvelin

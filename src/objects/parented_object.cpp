@@ -7,7 +7,8 @@
 
 namespace quorvelin {
 
-JSParentedObject::JSParentedObject(JSObject* inner, JSObject* constructor) : JSObject(constructor), inner_(inner) {
+JSParentedObject::JSParentedObject(JSObject* inner, JSObject* constructor)
+    : JSObject(constructor), inner_(inner) {
     if (inner_ != nullptr) inner_->addRef();
 }
 
@@ -15,7 +16,9 @@ JSParentedObject::~JSParentedObject() {
     if (inner_ != nullptr) inner_->release();
 }
 
-void JSParentedObject::detachInner() { const Value old(std::exchange(inner_, nullptr)); }
+void JSParentedObject::detachInner() {
+    const Value old(std::exchange(inner_, nullptr));
+}
 
 JSValueType JSParentedObject::valueType(JSContext* ctx, JSObject* receiver) {
     return inner_ != nullptr ? inner_->valueType(ctx, receiver) : JSValueType::object;
@@ -35,7 +38,8 @@ JSObject* JSParentedObject::getMember(const BString& name, JSContext* ctx, JSObj
     return JSObject::getMember(name, ctx, receiver);
 }
 
-JSObject* JSParentedObject::setMember(const BString& name, JSObject* value, JSContext* ctx, JSObject* receiver) {
+JSObject* JSParentedObject::setMember(const BString& name, JSObject* value, JSContext* ctx,
+                                      JSObject* receiver) {
     if (forwardsName(name, ctx, receiver)) return inner_->setMember(name, value, ctx, receiver);
     return JSObject::setMember(name, value, ctx, receiver);
 }
@@ -45,7 +49,8 @@ bool JSParentedObject::deleteMember(const BString& name, JSContext* ctx, JSObjec
     return JSObject::deleteMember(name, ctx, receiver);
 }
 
-JSObject* JSParentedObject::callMember(const BString& name, JSObject* args, JSContext* ctx, JSObject* receiver) {
+JSObject* JSParentedObject::callMember(const BString& name, JSObject* args, JSContext* ctx,
+                                       JSObject* receiver) {
     if (forwardsName(name, ctx, receiver)) return inner_->callMember(name, args, ctx, receiver);
     return JSObject::callMember(name, args, ctx, receiver);
 }
@@ -125,7 +130,8 @@ void JSParentedObject::clearMembers(JSContext* ctx, JSObject* receiver) {
 }
 
 JSObject* JSParentedObject::getConstructor(JSContext* ctx, JSObject* receiver) {
-    return inner_ != nullptr ? inner_->getConstructor(ctx, receiver) : JSObject::getConstructor(ctx, receiver);
+    return inner_ != nullptr ? inner_->getConstructor(ctx, receiver)
+                             : JSObject::getConstructor(ctx, receiver);
 }
 
 JSObject* JSParentedObject::getThis(JSContext* ctx, JSObject* receiver) {
@@ -150,7 +156,8 @@ JSObject* JSInstance::callMember(const BString& name, JSObject* args, JSContext*
         }
         const Owned<JSContext> thisContext(ctx->makeThisContext(this, nullptr, receiver));
         if (!thisContext) return nullptr;
-        // A cell of the inner object is called as it is, or that object would put itself in as the this object.
+        // A cell of the inner object is called as it is, or that object would put itself in as the this
+        // object.
         const Value cell = Value::share(ownCellOf(*base, name, ctx, receiver));
         if (cell) return cell->call(args, thisContext.get(), receiver);
         return base->callMember(name, args, thisContext.get(), receiver);
@@ -161,9 +168,13 @@ JSObject* JSInstance::callMember(const BString& name, JSObject* args, JSContext*
     return JSParentedObject::callMember(name, args, ctx, receiver);
 }
 
-JSObject* JSInstance::assign(JSObject*, JSContext*, JSObject*) { return nullptr; }
+JSObject* JSInstance::assign(JSObject*, JSContext*, JSObject*) {
+    return nullptr;
+}
 
-JSObject* JSInstance::call(JSObject*, JSContext*, JSObject*) { return nullptr; }
+JSObject* JSInstance::call(JSObject*, JSContext*, JSObject*) {
+    return nullptr;
+}
 
 void JSInstance::asString(BString& out, JSContext* ctx, JSObject* receiver) {
     JSObject::asString(out, ctx, receiver);
@@ -173,9 +184,13 @@ void JSInstance::asNumber(JSNumberValue& out, JSContext* ctx, JSObject* receiver
     JSObject::asNumber(out, ctx, receiver);
 }
 
-bool JSInstance::asBoolean(JSContext* ctx, JSObject* receiver) { return JSObject::asBoolean(ctx, receiver); }
+bool JSInstance::asBoolean(JSContext* ctx, JSObject* receiver) {
+    return JSObject::asBoolean(ctx, receiver);
+}
 
-JSObject* JSInstance::asObject(JSContext* ctx, JSObject* receiver) { return JSObject::asObject(ctx, receiver); }
+JSObject* JSInstance::asObject(JSContext* ctx, JSObject* receiver) {
+    return JSObject::asObject(ctx, receiver);
+}
 
 void JSInstance::className(BString& out, JSContext* ctx, JSObject* receiver) {
     if (inner() != nullptr) {
@@ -190,7 +205,9 @@ void JSInstance::clearMembers(JSContext*, JSObject*) {
     releaseMembers();
 }
 
-JSObject* JSInstance::getPrototype(JSContext*, JSObject*) { return inner() != nullptr ? inner()->shared() : nullptr; }
+JSObject* JSInstance::getPrototype(JSContext*, JSObject*) {
+    return inner() != nullptr ? inner()->shared() : nullptr;
+}
 
 namespace {
 
@@ -199,7 +216,9 @@ JSObject* getPrototypeMember(JSInstance& self, JSMemberRequest& request) {
 }
 
 // A script's write to `prototype` is ignored without a word.
-JSObject* ignorePrototype(JSInstance&, JSMemberRequest&) { return nullptr; }
+JSObject* ignorePrototype(JSInstance&, JSMemberRequest&) {
+    return nullptr;
+}
 
 constexpr NativeMember<JSInstance> kInstanceMembers[] = {
     {WellKnownName::prototype, JSValueType::object, getPrototypeMember, ignorePrototype, nullptr},

@@ -1,9 +1,9 @@
 // Inheritance: objects with an inner object behind them, to which goes what their own store cannot answer.
 //
-// JSParentedObject is the rule by itself, which contexts use for the chain of scopes; JSInstance is a script object
-// with a prototype chain. One consequence shapes everything: a write to a name that the object does not own goes to
-// the inner object. An instance of a standard class has the constructor object itself as its inner object, so the
-// members of the constructor are the members that all instances share.
+// JSParentedObject is the rule by itself, which contexts use for the chain of scopes; JSInstance is a script
+// object with a prototype chain. One consequence shapes everything: a write to a name that the object does
+// not own goes to the inner object. An instance of a standard class has the constructor object itself as its
+// inner object, so the members of the constructor are the members that all instances share.
 #pragma once
 
 #include "objects/js_object.h"

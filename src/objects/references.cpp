@@ -6,9 +6,13 @@
 
 namespace quorvelin {
 
-JSReference::JSReference(JSObject* target) : target_(target) { target_->addRef(); }
+JSReference::JSReference(JSObject* target) : target_(target) {
+    target_->addRef();
+}
 
-JSReference::~JSReference() { target_->release(); }
+JSReference::~JSReference() {
+    target_->release();
+}
 
 bool JSReference::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
     const Value member = read(ctx, receiver);
@@ -148,7 +152,9 @@ JSObject* JSMemberRef::call(JSObject* args, JSContext* ctx, JSObject* receiver) 
     return target()->callMember(name_.text(), args, ctx, receiver);
 }
 
-void JSMemberRef::memberName(BString& out, JSContext*, JSObject*) { out = name_.text(); }
+void JSMemberRef::memberName(BString& out, JSContext*, JSObject*) {
+    out = name_.text();
+}
 
 void JSMemberRef::clearMembers(JSContext* ctx, JSObject* receiver) {
     target()->deleteMember(name_.text(), ctx, receiver);
@@ -189,11 +195,15 @@ void JSIndexRef::memberName(BString& out, JSContext* ctx, JSObject* receiver) {
     }
 }
 
-void JSIndexRef::clearMembers(JSContext* ctx, JSObject* receiver) { target()->deleteItem(index(), ctx, receiver); }
+void JSIndexRef::clearMembers(JSContext* ctx, JSObject* receiver) {
+    target()->deleteItem(index(), ctx, receiver);
+}
 
 // ---- Methods ----
 
-JSValueType JSMethodRef::valueType(JSContext*, JSObject*) { return JSValueType::function; }
+JSValueType JSMethodRef::valueType(JSContext*, JSObject*) {
+    return JSValueType::function;
+}
 
 bool JSMethodRef::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
     return !native_ && JSMemberRef::hasMember(name, ctx, receiver);
@@ -257,10 +267,14 @@ void JSMethodRef::asString(BString& out, JSContext* ctx, JSObject* receiver) {
     out = text.text();
 }
 
-void JSMethodRef::asNumber(JSNumberValue& out, JSContext*, JSObject*) { out = JSNumberValue::of(0.0); }
+void JSMethodRef::asNumber(JSNumberValue& out, JSContext*, JSObject*) {
+    out = JSNumberValue::of(0.0);
+}
 
 // Quirk: a method that is read but not called is false.
-bool JSMethodRef::asBoolean(JSContext*, JSObject*) { return false; }
+bool JSMethodRef::asBoolean(JSContext*, JSObject*) {
+    return false;
+}
 
 // A native method is its own object, so that it can be kept in a variable and called.
 JSObject* JSMethodRef::asObject(JSContext* ctx, JSObject* receiver) {

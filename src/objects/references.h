@@ -1,8 +1,8 @@
 // References: what `a.b` and `a[i]` evaluate to.
 //
-// A reference remembers the target and the key and acts as the value: every operation on it reads the member afresh
-// and goes on with what it finds, and operations that store go to the target. Storing through two levels makes the
-// object in between when it is missing: `a.b.c = 1` makes `a.b`.
+// A reference remembers the target and the key and acts as the value: every operation on it reads the member
+// afresh and goes on with what it finds, and operations that store go to the target. Storing through two
+// levels makes the object in between when it is missing: `a.b.c = 1` makes `a.b`.
 #pragma once
 
 #include "foundation/name.h"
@@ -96,11 +96,12 @@ class JSIndexRef final : public JSReference {
     uint32_t index_;
 };
 
-// A method as a value. With `native` set it stands for a method that a dispatch answers: it can be called, and every
-// other operation on it is inert.
+// A method as a value. With `native` set it stands for a method that a dispatch answers: it can be called,
+// and every other operation on it is inert.
 class JSMethodRef final : public JSMemberRef {
   public:
-    JSMethodRef(JSObject* target, const Name& name, bool native) : JSMemberRef(target, name), native_(native) {
+    JSMethodRef(JSObject* target, const Name& name, bool native)
+        : JSMemberRef(target, name), native_(native) {
         setEngineClass(EngineClass::other);
     }
 

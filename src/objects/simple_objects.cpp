@@ -4,13 +4,21 @@
 
 namespace quorvelin {
 
-void JSNull::asString(BString& out, JSContext*, JSObject*) { out = nameText(WellKnownName::nullWord); }
+void JSNull::asString(BString& out, JSContext*, JSObject*) {
+    out = nameText(WellKnownName::nullWord);
+}
 
-void JSNull::asNumber(JSNumberValue& out, JSContext*, JSObject*) { out = JSNumberValue::of(0.0); }
+void JSNull::asNumber(JSNumberValue& out, JSContext*, JSObject*) {
+    out = JSNumberValue::of(0.0);
+}
 
-bool JSNull::asBoolean(JSContext*, JSObject*) { return false; }
+bool JSNull::asBoolean(JSContext*, JSObject*) {
+    return false;
+}
 
-JSObject* JSNull::asObject(JSContext*, JSObject*) { return shared(); }
+JSObject* JSNull::asObject(JSContext*, JSObject*) {
+    return shared();
+}
 
 JSPlainObject::JSPlainObject(JSObject* function) : JSObject(function), function_(function) {
     if (function_ != nullptr) function_->addRef();
@@ -22,7 +30,8 @@ JSPlainObject::~JSPlainObject() {
 }
 
 bool JSPlainObject::hasMember(const BString& name, JSContext* ctx, JSObject* receiver) {
-    return hasOwnMember(name, ctx, receiver) || (function_ != nullptr && function_->hasMember(name, ctx, receiver));
+    return hasOwnMember(name, ctx, receiver) ||
+           (function_ != nullptr && function_->hasMember(name, ctx, receiver));
 }
 
 JSValueType JSPlainObject::memberType(const BString& name, JSContext* ctx, JSObject* receiver) {

@@ -14,9 +14,9 @@ class JSNull final : public JSObject {
     JSObject* asObject(JSContext* ctx, JSObject* receiver) override;
 };
 
-// An object with a store of its own that takes new names. It belongs to the function that ran when it was made, which
-// is its constructor: names that the object does not answer itself are asked of that function, but new names are
-// stored here.
+// An object with a store of its own that takes new names. It belongs to the function that ran when it was
+// made, which is its constructor: names that the object does not answer itself are asked of that function,
+// but new names are stored here.
 class JSPlainObject final : public JSObject {
   public:
     // References `function`, which is null for objects made at top level.

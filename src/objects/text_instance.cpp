@@ -7,13 +7,21 @@
 
 namespace quorvelin {
 
-JSValueType JSTextInstance::valueType(JSContext*, JSObject*) { return JSValueType::string; }
+JSValueType JSTextInstance::valueType(JSContext*, JSObject*) {
+    return JSValueType::string;
+}
 
-void JSTextInstance::asString(BString& out, JSContext*, JSObject*) { out = value_; }
+void JSTextInstance::asString(BString& out, JSContext*, JSObject*) {
+    out = value_;
+}
 
-void JSTextInstance::asNumber(JSNumberValue& out, JSContext*, JSObject*) { out = numberOfText(value_); }
+void JSTextInstance::asNumber(JSNumberValue& out, JSContext*, JSObject*) {
+    out = numberOfText(value_);
+}
 
-bool JSTextInstance::asBoolean(JSContext*, JSObject*) { return !value_.isEmpty(); }
+bool JSTextInstance::asBoolean(JSContext*, JSObject*) {
+    return !value_.isEmpty();
+}
 
 TextOf::TextOf(JSObject* value, JSContext* ctx, JSObject* receiver) : value_(Value::share(value)) {
     while (value_) {

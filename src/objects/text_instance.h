@@ -1,5 +1,5 @@
-// JSTextInstance, the part of string objects that the rest of the engine knows: the text. With it a text can be looked at
-// where it lies, without a copy.
+// JSTextInstance, the part of string objects that the rest of the engine knows: the text. With it a text can
+// be looked at where it lies, without a copy.
 #pragma once
 
 #include "objects/parented_object.h"
@@ -26,8 +26,8 @@ class JSTextInstance : public JSInstance {
     BString value_;
 };
 
-// The text of a value: that of a string of the engine where it lies, also behind cells and references, and a converted one
-// otherwise. What is borrowed holds only while nothing runs that could change the string.
+// The text of a value: that of a string of the engine where it lies, also behind cells and references, and a
+// converted one otherwise. What is borrowed holds only while nothing runs that could change the string.
 class TextOf {
   public:
     // Looks behind cells and references, as a conversion to text would; converts nothing yet.

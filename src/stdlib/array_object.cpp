@@ -78,8 +78,8 @@ JSObject* JSArrayObject::reverse(JSObject*, JSContext* ctx, JSObject* receiver) 
     return ctx->isStopped() ? nullptr : shared();
 }
 
-// Quirk: the first of two cells takes the second's value before the second takes the first's, so the first half of the
-// array becomes a mirror of the second and the second half stays: 1,2,3,4 becomes 4,3,3,4.
+// Quirk: the first of two cells takes the second's value before the second takes the first's, so the first
+// half of the array becomes a mirror of the second and the second half stays: 1,2,3,4 becomes 4,3,3,4.
 void JSArrayObject::reverseItems(JSContext* ctx, JSObject* receiver) {
     for (int32_t i = 0, j = getLength(receiver) - 1; i < j; ++i, --j) {
         const Value first(getItem(i, ctx, receiver));
@@ -128,8 +128,8 @@ JSObject* JSArrayObject::sort(JSObject* args, JSContext* ctx, JSObject* receiver
 
 namespace {
 
-// Sorts `count` values with room for as many in `scratch`: both halves are sorted and then merged. The later of two
-// values goes first only when the comparison of the earlier with the later answers above 0.
+// Sorts `count` values with room for as many in `scratch`: both halves are sorted and then merged. The later
+// of two values goes first only when the comparison of the earlier with the later answers above 0.
 template <typename Compare>
 void mergeSort(JSObject** values, JSObject** scratch, int32_t count, const Compare& compare) {
     if (count < 2) return;
@@ -147,17 +147,20 @@ void mergeSort(JSObject** values, JSObject** scratch, int32_t count, const Compa
 
 }  // namespace
 
-// The sort is stable and by merging, so that a comparison that contradicts itself can do no harm. The values move; the
-// cells and their names stay. Positions without a value go last and are not compared.
+// The sort is stable and by merging, so that a comparison that contradicts itself can do no harm. The values
+// move; the cells and their names stay. Positions without a value go last and are not compared.
 void JSArrayObject::sortWith(JSObject* compare, JSContext* ctx, JSObject* receiver) {
     const int32_t length = getLength(receiver);
     HeapBlock<JSObject*> values;
     HeapBlock<JSObject*> scratch;
-    if (length < 1 || !values.resize(static_cast<size_t>(length)) || !scratch.resize(static_cast<size_t>(length))) return;
+    if (length < 1 || !values.resize(static_cast<size_t>(length)) ||
+        !scratch.resize(static_cast<size_t>(length)))
+        return;
     int32_t count = 0;
     for (int32_t i = 0; i < length; ++i) {
         const JSProperty* cell = members().at(i);
-        if (cell != nullptr && cell->value() != nullptr) values[static_cast<size_t>(count++)] = cell->value()->shared();
+        if (cell != nullptr && cell->value() != nullptr)
+            values[static_cast<size_t>(count++)] = cell->value()->shared();
     }
     mergeSort(values.data(), scratch.data(), count,
               [&](JSObject* x, JSObject* y) { return sortCompare(x, y, compare, ctx, receiver); });

@@ -1,5 +1,5 @@
-// Arrays: objects whose elements are simply the entries of their store, so that elements, named members and `length`
-// are one and the same.
+// Arrays: objects whose elements are simply the entries of their store, so that elements, named members and
+// `length` are one and the same.
 #pragma once
 
 #include "objects/constructor_object.h"

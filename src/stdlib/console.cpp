@@ -29,11 +29,15 @@ bool JSConsole::dispatchMember(JSMemberRequest& request) {
     return dispatchNative(kMembers, *this, request) || JSObject::dispatchMember(request);
 }
 
-void JSConsole::callShow(JSObject*, JSContext*, JSObject*) { show(); }
+void JSConsole::callShow(JSObject*, JSContext*, JSObject*) {
+    show();
+}
 
 void JSConsole::show() {}
 
-void JSConsole::callHide(JSObject*, JSContext*, JSObject*) { hide(); }
+void JSConsole::callHide(JSObject*, JSContext*, JSObject*) {
+    hide();
+}
 
 void JSConsole::hide() {}
 
@@ -45,7 +49,9 @@ void JSConsole::callPrintln(JSObject* args, JSContext* ctx, JSObject* receiver) 
 void JSConsole::println(const BString&) {}
 
 // Quirk: the cells are forgotten, not released; what a script stored on a console and cleared is never freed.
-void JSConsole::callClear(JSObject*, JSContext*, JSObject*) { members().forgetAll(); }
+void JSConsole::callClear(JSObject*, JSContext*, JSObject*) {
+    members().forgetAll();
+}
 
 void JSConsole::clear() {}
 

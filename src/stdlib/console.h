@@ -1,7 +1,7 @@
 // JSConsole, the script's view of a text console.
 //
-// All of its methods lead to empty operations. A host that has something to show on derives from this class and gives
-// them bodies.
+// All of its methods lead to empty operations. A host that has something to show on derives from this class
+// and gives them bodies.
 #pragma once
 
 #include "objects/js_object.h"

@@ -51,7 +51,6 @@ class JSStringObject final : public JSTextInstance {
     virtual void lowerCased(BString& out);
     virtual void toUpperCase(BString& out, JSObject* args, JSContext* ctx, JSObject* receiver);
     virtual void upperCased(BString& out);
-
 };
 
 class JSStringConstructor final : public JSConstructorObject {
