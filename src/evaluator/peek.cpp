@@ -200,6 +200,13 @@ bool JSIndexNode::peek(JSContext* context, PeekedValue& out) {
     return peekHeldValue(peekCell(context), out);
 }
 
+void JSLiteralNode::readNumber() {
+    if (numberKind >= 0) return;
+    const JSNumberValue read = JSNumberValue::fromText(text, 10);
+    number = read.value;
+    numberKind = static_cast<int32_t>(read.kind);
+}
+
 bool JSLiteralNode::peek(JSContext*, PeekedValue& out) {
     switch (tokenKind) {
         case JSTT_ZERO:
@@ -208,7 +215,7 @@ bool JSLiteralNode::peek(JSContext*, PeekedValue& out) {
         case JSTT_FLOAT:
         case JSTT_HEXINT:
         case JSTT_OCTALINT:
-            // The first run reads the digits.
+            readNumber();
             return numberKind == static_cast<int32_t>(JSNumberKind::finite) && foundNumber(number, out);
         case JSTT_BOOL:
             return foundTruth(text == nameText(WellKnownName::trueWord), out);

@@ -373,11 +373,7 @@ JSObject* JSLiteralNode::run(JSContext* context, JSObject* receiver) {
         case JSTT_HEXINT:
         case JSTT_OCTALINT:
             // The digits are read once; the radix is 10 whatever the base of the literal.
-            if (numberKind < 0) {
-                const JSNumberValue read = JSNumberValue::fromText(text, 10);
-                number = read.value;
-                numberKind = static_cast<int32_t>(read.kind);
-            }
+            readNumber();
             return context->makeNumber({number, static_cast<JSNumberKind>(numberKind)}, receiver);
         case JSTT_ZERO:
             return context->makeNumber(JSNumberValue::of(0.0), receiver);

@@ -204,6 +204,9 @@ class JSLiteralNode final : public JSNode {
     // The number that the text stands for, once the evaluator has read it; kind -1 before.
     double number = 0.0;
     int32_t numberKind = -1;
+
+  private:
+    void readNumber();
 };
 
 class JSRegExpNode final : public JSNode {

