@@ -7,9 +7,9 @@
 
 namespace quorvelin::tool {
 
-// Enough for tens of thousands of calls within each other. More would not be kinder: a name that is a variable of an
-// outer call is looked up through all the calls between, so that an endless recursion over it takes four times as
-// long to end on twice the stack.
+// Enough for tens of thousands of calls within each other. More would not be kinder: a name that is a
+// variable of an outer call is looked up through all the calls between, so that an endless recursion over it
+// takes four times as long to end on twice the stack.
 inline constexpr size_t kUsualStackMegabytes = 64;
 
 // Runs `work` on a thread with a stack of this size, waits for it and gives its answer. Memory is used only
