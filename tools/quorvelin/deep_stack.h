@@ -7,10 +7,10 @@
 
 namespace quorvelin::tool {
 
-// Enough for about 15,000 calls within each other. More would not be kinder: every call looks its names up
-// through all the calls that it stands in, so that an endless recursion takes four times as long to end on
-// twice the stack.
-inline constexpr size_t kUsualStackMegabytes = 16;
+// Enough for tens of thousands of calls within each other. More would not be kinder: a name that is a
+// variable of an outer call is looked up through all the calls between, so that an endless recursion over it
+// takes four times as long to end on twice the stack.
+inline constexpr size_t kUsualStackMegabytes = 64;
 
 // Runs `work` on a thread with a stack of this size, waits for it and gives its answer. Memory is used only
 // as far as the work goes down. Where the system refuses such a stack a smaller one is taken, in the end the

@@ -38,7 +38,9 @@ TEST_P(DocumentExamples, SayWhatTheyPromise) {
 
 INSTANTIATE_TEST_SUITE_P(Documents, DocumentExamples, testing::ValuesIn(documents()),
                          [](const testing::TestParamInfo<std::filesystem::path>& information) {
-                             return information.param.stem().string();
+                             std::string name = information.param.stem().string();
+                             std::replace(name.begin(), name.end(), '-', '_');
+                             return name;
                          });
 
 TEST(DocumentExamples, TheLanguageIsFullOfThem) {
