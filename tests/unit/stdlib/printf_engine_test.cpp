@@ -8,9 +8,12 @@
 #include <vector>
 
 #include "host/allocator.h"
+#include "support/script_text.h"
 
 namespace quorvelin {
 namespace {
+
+using support::ascii;
 
 // Arguments as numbers; a text stands in a list of its own.
 class ListEngine : public JSPrintfEngine {
@@ -71,16 +74,10 @@ class ListEngine : public JSPrintfEngine {
     BString current;
 };
 
-std::string narrow(const BString& text) {
-    std::string result;
-    for (int32_t i = 0; i < text.length(); ++i) result += static_cast<char>(text[i]);
-    return result;
-}
-
 std::string print(const char16_t* format, std::vector<double> numbers = {},
                   std::vector<std::u16string> texts = {}) {
     ListEngine engine(std::move(numbers), std::move(texts));
-    return narrow(engine.run(format));
+    return ascii(engine.run(format));
 }
 
 TEST(Printf, CopiesText) {
@@ -139,7 +136,7 @@ TEST(Printf, Grouping) {
 
 TEST(Printf, SizesPickTheRead) {
     ListEngine engine({65537, 1, 2, 3, 4.5});
-    EXPECT_EQ(narrow(engine.run(u"%hd %ld %Ld %I64d %Lf")), "1 1 2 3 4.500000");
+    EXPECT_EQ(ascii(engine.run(u"%hd %ld %Ld %I64d %Lf")), "1 1 2 3 4.500000");
     EXPECT_EQ(engine.calls, "hllIL");
     EXPECT_EQ(print(u"%hu %hx", {-1, -1}), "65535 ffff");
     EXPECT_EQ(print(u"%I64d %I64u", {-5, -1}), "-5 18446744073709551615");
