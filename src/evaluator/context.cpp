@@ -388,6 +388,8 @@ JSObject* JSContext::evaluateStream(IBStream* stream, JSObject* receiver) {
         stream->unreadChar(first);
         JSParser parser(stream);
         root = Owned<JSNode>(parser.parseProgram());
+        // Not even an error node could be made.
+        if (!root) reportError(nameText(WellKnownName::outOfMemory));
     }
     if (!root || !root->check(this)) return nullptr;
     return execute(root.get(), receiver);

@@ -150,7 +150,10 @@ JSObject* JSGlobalContext::orOutOfMemory(JSObject* made) {
 }
 
 JSObject* JSGlobalContext::makeString(const BString& text, JSObject*) {
-    return orOutOfMemory(new JSStringObject(stringConstructor_, stringConstructor_, text));
+    Owned<JSStringObject> made(new JSStringObject(stringConstructor_, stringConstructor_, text));
+    // A text that could not be copied is not to come out as the empty one.
+    if (made && made->value().length() != text.length()) made.reset();
+    return orOutOfMemory(made.take());
 }
 
 JSObject* JSGlobalContext::adoptString(BString&& text, JSObject*) {

@@ -258,6 +258,13 @@ TEST_F(Statements, CaseWithAnObjectReportsWrongObjectAndEndsTheSwitch) {
     EXPECT_EQ(messages(), "wrong object");
 }
 
+// Quirk: a regular expression as a label always matches.
+TEST_F(Statements, CaseWithARegularExpressionAlwaysMatches) {
+    EXPECT_EQ(run(u"n = 0; switch ('abc') { case /nothing like it/: n = 1; break; default: n = 2; } n"),
+              "number 1");
+    EXPECT_EQ(run(u"n = 0; switch (new Object()) { case /x/: n = 1; } n"), "number 1");
+}
+
 TEST_F(Statements, SwitchOnNothingIsSkipped) {
     EXPECT_EQ(run(u"n = 0; switch (void 0) { default: n = 1; } n"), "number 0");
 }

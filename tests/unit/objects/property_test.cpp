@@ -108,6 +108,19 @@ TEST_F(Property, AssignStoresByType) {
     EXPECT_EQ(target->valueType(ctx(), nullptr), JSValueType::undefined);
 }
 
+TEST_F(Property, AssigningARegularExpressionMakesANewOneOfItsSource) {
+    const Value expression = evaluate(u"/a+b/");
+    const Value target = cell(number(1).get());
+    const Value stored = assign(target, expression.get());
+    ASSERT_TRUE(stored);
+    EXPECT_NE(stored.get(), expression.get());
+    EXPECT_EQ(stored->valueType(ctx(), nullptr), JSValueType::expression);
+    BString source;
+    target->asExpression(source, ctx(), nullptr);
+    EXPECT_EQ(support::ascii(source), "a+b");
+    EXPECT_EQ(run(u"re = /x/; re = /y/; typeof re"), "string expression");
+}
+
 class Typed final : public JSObject {
   public:
     explicit Typed(uint32_t type) : type_(static_cast<JSValueType>(type)) {}
