@@ -30,6 +30,8 @@ class MachineDepth : public support::ScriptTest {
             if (!saysTooDeep(message.text)) others.insert(message.text);
         }
         others.erase("can't init context");
+        // The callee of a call that lies too deep is not evaluated any more, and so there is nothing to call.
+        others.erase("wrong object");
         EXPECT_EQ(others, std::set<std::string>());
         transcript->messages.clear();
         EXPECT_EQ(machine->getCompletion(), JSCompletion::normal);
