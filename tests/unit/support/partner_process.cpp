@@ -6,8 +6,11 @@
 #include <pty.h>
 #include <signal.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace quorvelin::support {
@@ -71,6 +74,16 @@ void PartnerProcess::write(std::string_view bytes) {
 void PartnerProcess::closeInput() {
     if (input_ != output_ && input_ >= 0) ::close(input_);
     input_ = -1;
+}
+
+void PartnerProcess::waitForLineEditor() {
+    using namespace std::chrono;
+    const auto end = steady_clock::now() + milliseconds(kPatienceMilliseconds);
+    struct termios modes = {};
+    while (::tcgetattr(input_, &modes) == 0 && (modes.c_lflag & ICANON) != 0) {
+        ASSERT_LT(steady_clock::now(), end) << "the program does not read keys";
+        std::this_thread::sleep_for(milliseconds(1));
+    }
 }
 
 std::string PartnerProcess::readUntil(std::string_view end) {

@@ -23,6 +23,10 @@ class PartnerProcess {
     void write(std::string_view bytes);
     void closeInput();
 
+    // Waits until the program at a terminal takes each key as it is typed. The editor prints its prompt
+    // before it says so, and a key in between, a Ctrl-D above all, would mean something else.
+    void waitForLineEditor();
+
     // Everything that arrives up to and including the first `end`, or less when the program ends or nothing
     // comes for too long.
     std::string readUntil(std::string_view end);

@@ -66,23 +66,27 @@ TEST(Repl, LinesOfAnotherInputArrivingLate) {
 
 TEST(Repl, PromptsAtATerminal) {
     PartnerProcess program(QUORVELIN_PROGRAM_FILE, {"repl"}, PartnerProcess::Link::terminal);
+    const auto type = [&](std::string_view keys) {
+        program.waitForLineEditor();
+        program.write(keys);
+    };
     EXPECT_NE(program.readUntil("> ").find("> "), std::string::npos);
-    program.write("(1 +\n");
+    type("(1 +\n");
     EXPECT_NE(program.readUntil("... ").find("... "), std::string::npos);
-    program.write("41)\n");
+    type("41)\n");
     EXPECT_NE(program.readUntil("42\r\n").find("42\r\n"), std::string::npos);
     program.readUntil("> ");
-    program.write("Array = 1\n");
+    type("Array = 1\n");
     EXPECT_NE(program.readUntil("^").find("(input 2):1:9: not correct use prototype"), std::string::npos);
     program.readUntil("> ");
     // Ctrl-P calls the line before back.
-    program.write("'back'\n");
+    type("'back'\n");
     program.readUntil("back\r\n");
     program.readUntil("> ");
-    program.write("\x10\n");
+    type("\x10\n");
     EXPECT_NE(program.readUntil("\nback\r\n").find("\nback\r\n"), std::string::npos);
     program.readUntil("> ");
-    program.write("\x04");
+    type("\x04");
     EXPECT_EQ(program.wait(), 0);
 }
 
