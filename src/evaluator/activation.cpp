@@ -65,11 +65,12 @@ JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
         if (query.isNamed(WellKnownName::arguments) || query.isNamed(WellKnownName::caller)) {
             if (!isCall) return {Holder::special};
         } else if (query.isNamed(WellKnownName::thisWord)) {
-            if (thisObject_ == nullptr || query.purpose == Purpose::remove) {
-                // The nearest method call up the chain says what `this` is, and at the root the root does.
+            // The nearest method call up the chain says what `this` is, and at the root the root does.
+            // Quirk: under `new` too, when it is called: `this()` calls the object whose method is under
+            // `new`.
+            if (thisObject_ == nullptr || query.purpose == Purpose::remove || isCall)
                 return {parent() != nullptr ? Holder::nobody : Holder::self};
-            }
-            if (!isCall) return {Holder::special};
+            return {Holder::special};
         }
     }
     // Quirk: parameters come before everything else, but a parameter cannot be called by its name.

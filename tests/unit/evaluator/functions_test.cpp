@@ -213,6 +213,11 @@ TEST_F(Functions, ConstructorCanAddMethods) {
     EXPECT_EQ(run(u"c = new Counter(); c.next(); c.next()"), "number 7");
 }
 
+TEST_F(Functions, CallOfThisUnderNewCallsTheObjectWhoseMethodRuns) {
+    run(u"o = Function('return 1;'); o.make = Function('called = this(2);'); new o.make()");
+    EXPECT_EQ(run(u"called"), "number 1");
+}
+
 TEST_F(Functions, WritingThisUnderNewAssignsToTheCell) {
     EXPECT_EQ(run(u"F = Function('this = 5;'); x = new F(); x"), "number 5");
 }
