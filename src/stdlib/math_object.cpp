@@ -109,13 +109,13 @@ double JSMath::min(double a, double b) {
     return a < b ? a : b;
 }
 
-// The scale is one divided by 32767, so that 1 itself can occur. Nothing seeds the generator.
+// Quirk: the scale is one divided by 32767, so that 1 itself can occur. Nothing seeds the generator.
 double JSMath::random() {
     return std::rand() % 32768 * 3.051850947599719e-05;
 }
 
-// Quirk: the division is that of script numbers, in which a division by an exact 0 gives an infinity that
-// holds 0.
+// Quirk: the division is that of script numbers, whose not-a-number holds 0. So what ordinary division makes
+// no number of, as sine and cosine of an infinity, gives 0.
 double JSMath::tan(double x) {
     return JSNumberValue::of(std::sin(x)).divide(JSNumberValue::of(std::cos(x))).value;
 }

@@ -29,6 +29,7 @@ class SeparatorFinder {
     bool take(JSObject& value, JSContext* ctx, JSObject* receiver) {
         isPattern_ = value.valueType(ctx, receiver) == JSValueType::expression;
         if (isPattern_) {
+            // Quirk: only the source of a regular expression is used; its flags do not count.
             value.asExpression(text_, ctx, receiver);
         } else {
             value.asString(text_, ctx, receiver);
@@ -97,6 +98,7 @@ JSObject* splitText(const BString& text, JSObject* args, JSContext* ctx, JSObjec
     int32_t standingTurns = 0;
     int32_t rest = 0;
     int32_t i = 0;
+    // Quirk: the limit says how many separators are used; the rest of the text is kept all the same.
     while (limit < 0 || i < limit) {
         int32_t distance = 0;
         int32_t length = 0;

@@ -86,6 +86,7 @@ int32_t JSStringObject::charCodeAt(JSObject* args, JSContext* ctx, JSObject* rec
     return charCodeAtIndex(index);
 }
 
+// Quirk: outside the text it is 0, a code like any other.
 int32_t JSStringObject::charCodeAtIndex(int32_t index) {
     return contains(value_.length(), index) ? value_[index] : 0;
 }

@@ -128,6 +128,7 @@ DateFields localFields(int64_t seconds) {
     };
 
     const DateFields f = shifted(zone.Bias);
+    // Quirk: in a zone without seasons the bias of its standard time is left out.
     if (zone.StandardDate.wMonth == 0 || zone.DaylightDate.wMonth == 0) return f;
 
     // Quirk: the days of the rules are compared as they stand. That they name a week of the month is not

@@ -37,7 +37,8 @@ DateFields localFields(int64_t seconds);
 // The present moment by the clock of the system.
 int64_t presentSeconds();
 
-// The year field, which counts from 1900, of a full year. Years below 1900 count from 1900 themselves.
+// The year field, which counts from 1900, of a full year.
+// Quirk: years below 1900 count from 1900 themselves, all of them: 76 is 1976, and 1800 is 3700.
 inline int32_t yearField(int32_t year) {
     return year < 1900 ? year : year - 1900;
 }

@@ -128,7 +128,7 @@ void appendDigits(TextBuilder& out, int32_t value, int32_t places) {
     for (; scale > 0; scale /= 10) out.append(static_cast<char16_t>(u'0' + value / scale % 10));
 }
 
-// As "Sat 14 Nov 2026 08:59.33".
+// As "Sat 14 Nov 2026 08:59.33". Quirk: a point stands in front of the seconds.
 void appendFields(TextBuilder& out, const DateFields& fields) {
     out.append(dayName(fields.weekDay).data(), 3);
     out.append(u' ');

@@ -107,7 +107,7 @@ class DateTextReader {
     }
 
     void readWord() {
-        // Only words of three letters mean something.
+        // Quirk: only words of three letters mean something, so "Nov" is a month and "November" is none.
         char16_t word[3] = {};
         int32_t length = 0;
         for (; isAlphabetic(current_); step()) {
@@ -151,6 +151,7 @@ class DateTextReader {
     LastKind lastKind_ = LastKind::none;
 };
 
+// Quirk: the reading of the local clock, taken as if it were one in UTC.
 double presentValue() {
     return static_cast<double>(secondsFromFields(localFields(presentSeconds()))) * 1000.0;
 }

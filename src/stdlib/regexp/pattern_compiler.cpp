@@ -53,6 +53,8 @@ class MemberCollector {
 int32_t PatternCompiler::compileSequence(int32_t pos, JSPatternNode* current, int32_t groupCount) {
     if (nativeStackIsShort()) return failWith(PatternFailure::stackOverflow);
     Tail tail{current, groupCount};
+    // Quirk: a parenthesis that nothing opened ends the pattern as well; what follows it is left out without
+    // a word.
     while (pos != -1 && pos < length_ && pattern_[pos] != u')') pos = compileElement(pos, tail);
     markPlainEnding(tail.current);
     return pos;
@@ -195,6 +197,7 @@ int32_t PatternCompiler::readMembers(int32_t pos, TextBuilder& members) {
             continue;
         }
         if (c == u'\\') {
+            // Quirk: in brackets \d, \s and \w are just these letters, and \b is a backspace.
             if (pos + 1 >= length_) return -1;
             int32_t consumed = 0;
             c = decodeEscape(pattern_.data() + pos + 1, consumed);

@@ -230,8 +230,8 @@ bool JSRegExpMatcher::findLineEnd(uint32_t pos, const JSPatternNode* node, Patte
 }
 
 bool JSRegExpMatcher::findRepeat(uint32_t pos, const JSPatternNode* node, PatternMatch& out) {
-    // What the iterations have found so far; the position is its end. An iteration, once found, is never
-    // given back.
+    // What the iterations have found so far; the position is its end.
+    // Quirk: what the body found in an iteration stands; it is never asked for another find there.
     PatternMatch sofar;
     sofar.setEmpty(pos);
     uint32_t at = pos;

@@ -213,6 +213,7 @@ bool JSRegExpObject::runOn(const BString& text, Run& run, JSContext* ctx) {
     run.matcher.ignoreCase = ignoreCase_;
     run.matcher.multiline = results != nullptr && results->getMultiline();
     if (results != nullptr) results->beginRun(text);
+    // Quirk: every run begins at the front. `lastIndex` is neither read nor written, `global` or not.
     const bool isMatch = run.matcher.matchNode(text, 0, root_, run.start, run.length, run.match);
     if (results != nullptr) results->endRun(run.matcher, isMatch, run.start, run.length, run.match);
     reportPatternFailure(run.matcher.failure(), ctx);

@@ -1,5 +1,7 @@
-// The decimal digits of a number as `util.printf` makes them: one at a time, by multiplication. They differ
-// from the exact ones in the last places, and the last is cut, not rounded; scripts see exactly these.
+// The decimal digits of a number as `util.printf` makes them: one at a time, by multiplication.
+//
+// Quirk: they differ from the exact ones in the last places, and the last is cut, not rounded; scripts see
+// exactly these.
 #pragma once
 
 #include <cstdint>

@@ -11,6 +11,7 @@
 
 namespace quorvelin {
 
+// Quirk: both passes read the arguments, so that what script code does for their texts is done twice.
 BString JSPrintfEngine::run(const char16_t* format) {
     pass(format, nullptr);
     const int64_t measured = count_;
@@ -85,6 +86,8 @@ void JSPrintfEngine::readFlags() {
         if (kFlags[bit] == 0) break;
         flags_ |= static_cast<uint16_t>(1 << bit);
     }
+    // Quirk: a width from an argument may still set "-", but the pad stays: zeros then stand behind the
+    // number.
     pad_ = (flags_ & (kZero | kLeft)) == kZero ? u'0' : u' ';
 }
 
@@ -232,6 +235,7 @@ void JSPrintfEngine::putDouble(double value) {
         putText(word.data(), word.length());
         return;
     }
+    // Quirk: zero without decimals is a single zero in every form, without a sign.
     if (value == 0 && precision_ == 0) {
         putText(u"0", 1);
         return;

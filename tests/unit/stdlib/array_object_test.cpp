@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "host/allocator.h"
+#include "support/jumper.h"
 #include "support/script_machine.h"
 #include "support/script_text.h"
 
@@ -115,6 +117,20 @@ TEST_F(ArrayObject, ElementsWithoutValueJoinAsTheWordUndefined) {
                {u"[[1, 2], null, true].join(';')", "string 1,2;null;true"}});
 }
 
+TEST_F(ArrayObject, JoinReadsTheLengthAnewForEachElement) {
+    run(uR"(first = [1]; first.join = new Function("a.length = 2; return \"x\";"))");
+    EXPECT_EQ(run(u"a = [first, 2, 3]; a.join('-')"), "string x-2");
+    run(uR"(first.join = new Function("if (a.length < 4) { a[a.length] = 9; } return \"x\";"))");
+    EXPECT_EQ(run(u"a = [first, first]; a.join('-')"), "string x-x-9-9");
+}
+
+TEST_F(ArrayObject, JoinEndsBehindAnElementThatJumps) {
+    const Value array = list({number(1).get(), Value(new support::Jumper(1)).get(), number(3).get()});
+    const Value joined(array->callMember(BString(u"join"), nullptr, ctx(), nullptr));
+    machine->setCompletion(JSCompletion::normal);
+    EXPECT_EQ(describe(joined.get()), "string 1,jump");
+}
+
 // ---- reverse ----
 
 // Quirk: the first half becomes a mirror of the second, and the second stays.
@@ -130,6 +146,22 @@ TEST_F(ArrayObject, ReverseGivesTheArrayItself) {
     EXPECT_EQ(Value(array->callMember(BString(u"reverse"), nullptr, ctx(), nullptr)).get(), array.get());
 }
 
+TEST_F(ArrayObject, ReverseTakesTheValueFromTheCounterpartOfAHole) {
+    EXPECT_EQ(run(u"a = []; a[2] = 1; a.reverse().toString()"), "string 1,undefined,undefined");
+}
+
+TEST_F(ArrayObject, ReverseEndsWithNothingWhenAStoreJumps) {
+    const Value array = list({number(1).get(), number(2).get(), Value(new support::Jumper(1)).get()});
+    EXPECT_FALSE(Value(array->callMember(BString(u"reverse"), nullptr, ctx(), nullptr)));
+    machine->setCompletion(JSCompletion::normal);
+}
+
+TEST_F(ArrayObject, ConstructionEndsWithNothingWhenAStoreJumps) {
+    const Value arguments(new support::JumperList(3, 1));
+    EXPECT_FALSE(Value(machine->callMember(BString(u"Array"), arguments.get(), ctx(), nullptr)));
+    machine->setCompletion(JSCompletion::normal);
+}
+
 // ---- sort ----
 
 TEST_F(ArrayObject, SortComparesAsTheOperatorsDo) {
@@ -138,6 +170,41 @@ TEST_F(ArrayObject, SortComparesAsTheOperatorsDo) {
                {u"a = ['b', 'a', 'c']; a.sort(); a.toString()", "string a,b,c"},
                {u"typeof a.sort()", "string null"},
                {u"a = []; a.sort(); a.length", "number 0"}});
+}
+
+TEST_F(ArrayObject, SortComparesANumberAndATextAsNumbers) {
+    EXPECT_EQ(run(u"a = ['10', 9]; a.sort(); a.toString()"), "string 9,10");
+}
+
+TEST_F(ArrayObject, QuirkSortGivesNothing) {
+    EXPECT_EQ(run(u"[2, 1].sort()"), "null");
+    EXPECT_EQ(run(u"[].sort()"), "null");
+}
+
+TEST_F(ArrayObject, SortTakesAnInfinityOfTheComparisonForABigNumber) {
+    run(u"up = Function('a', 'b', 'return 1e308 * 10;'); down = Function('a', 'b', 'return -1e308 * 10;')");
+    expectAll({{u"a = [1, 2, 3]; a.sort(up); a.toString()", "string 3,2,1"},
+               {u"a = [1, 2, 3]; a.sort(down); a.toString()", "string 1,2,3"}});
+}
+
+TEST_F(ArrayObject, SortKeepsTheOrderAfterAJumpInTheComparison) {
+    run(u"root = this; asked = 0");
+    run(uR"(f = new Function("a", "b", "asked = asked + 1; root._eval(\"break;\"); return 1;"))");
+    run(u"a = [3, 1, 2]; a.sort(f)");
+    machine->setCompletion(JSCompletion::normal);
+    EXPECT_EQ(run(u"a.toString() + ' ' + asked"), "string 3,1,2 1");
+    run(u"root = 0");
+}
+
+TEST_F(ArrayObject, SortWithoutMemoryChangesNothing) {
+    const Value array = list({number(2).get(), number(1).get()});
+    for (uint64_t count : {1, 2}) {
+        failAllocation(count);
+        { const Value sorted(array->callMember(BString(u"sort"), nullptr, ctx(), nullptr)); }
+        EXPECT_TRUE(allocationHasFailed());
+        cancelAllocationFailure();
+        EXPECT_EQ(support::asString(array.get(), ctx()), "2,1");
+    }
 }
 
 TEST_F(ArrayObject, SortTakesAComparisonFunction) {

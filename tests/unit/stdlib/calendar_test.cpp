@@ -115,7 +115,7 @@ TEST(Calendar, FarMomentsKeepTheEstimatedYear) {
     EXPECT_LT(f.day, -900000000);
 }
 
-TEST(Calendar, YearsBelow1900CountFrom1900) {
+TEST(Calendar, QuirkYearsBelow1900CountFrom1900) {
     EXPECT_EQ(utcValue(76, 0, 1, 0, 0, 0), utcValue(1976, 0, 1, 0, 0, 0));
     EXPECT_EQ(utcValue(1800, 0, 1, 0, 0, 0), utcValue(3700, 0, 1, 0, 0, 0));
     EXPECT_EQ(utcValue(1900, 0, 1, 0, 0, 0), static_cast<double>(seconds(1900, 0, 1)) * 1000.0);
@@ -151,7 +151,7 @@ class LocalFieldsTest : public testing::Test {
     }
 };
 
-TEST_F(LocalFieldsTest, AZoneWithoutSeasonsShiftsByItsBiasOnly) {
+TEST_F(LocalFieldsTest, QuirkAZoneWithoutSeasonsShiftsByItsBiasOnly) {
     TIME_ZONE_INFORMATION zone{};
     zone.Bias = -90;
     zone.StandardBias = 30;

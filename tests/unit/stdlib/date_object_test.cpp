@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/clock.h"
+#include "support/jumper.h"
 #include "support/script_machine.h"
 
 namespace quorvelin {
@@ -27,6 +28,10 @@ TEST_F(DateObject, QuirkANumberOfMillisecondsComesOutOneHigher) {
     EXPECT_EQ(run(u"d.setTime(-1500); d.getTime()"), "number -1500");
 }
 
+TEST_F(DateObject, QuirkTheMomentZeroIsStoredAsOneMillisecond) {
+    EXPECT_EQ(run(u"d = new Date(2000, 0, 1); d.setTime(0); d.getTime()"), "number 1");
+}
+
 TEST_F(DateObject, QuirkWithoutArgumentsItIs1976) {
     EXPECT_EQ(run(u"(new Date()).getFullYear()"), "number 1976");
     EXPECT_EQ(run(u"d = new Date(); d.getMonth() + ' ' + d.getDate() + ' ' + d.getHours()"), "string 0 1 0");
@@ -43,6 +48,48 @@ TEST_F(DateObject, FromFields) {
     EXPECT_EQ(run(u"(new Date(2026, 10, 14, 8, 59, 33)).toGMTString()"),
               "string Sat 14 Nov 2026 08:59.33 GMT");
     EXPECT_EQ(run(u"(new Date(2026, 10, 14, 8, 59, 33)).getMilliseconds()"), "number 0");
+}
+
+// A moment before 1970 is cut toward zero, and so comes out a second late.
+TEST_F(DateObject, TwoArgumentsAreAYearFrom1900AndAMonth) {
+    EXPECT_EQ(run(u"(new Date(1, 2)).getTime()"), "number -2172355199000");
+    EXPECT_EQ(run(u"Date.UTC(1901, 2, 1, 0, 0, 0)"), "number -2172355200000");
+}
+
+// Far in the future the estimate of the year lies too high, and the day of January below zero.
+TEST_F(DateObject, TheYearIsWrittenWithFourDigits) {
+    EXPECT_EQ(run(u"(new Date(12345, 0, 2)).toGMTString()"), "string Tue -1459 Jan 2349 00:00.00 GMT");
+}
+
+TEST_F(DateObject, QuirkAPointStandsInFrontOfTheSeconds) {
+    EXPECT_EQ(run(u"(new Date(2026, 10, 14, 8, 5, 3)).toGMTString()"), "string Sat 14 Nov 2026 08:05.03 GMT");
+}
+
+TEST_F(DateObject, AConversionThatJumpsSetsNothing) {
+    const Value date = evaluate(u"Date(2026, 10, 14, 8, 59, 33)");
+    for (const char16_t* name : {u"setDate", u"setHours", u"setMinutes", u"setMonth", u"setSeconds",
+                                 u"setTime", u"setMilliseconds", u"setYear", u"setFullYear"}) {
+        const int32_t arguments = BString(name) == BString(u"setFullYear") ? 3 : 1;
+        for (int32_t place = 0; place < arguments; ++place) {
+            const Value jumpers(new support::JumperList(arguments, place));
+            { const Value result(date->callMember(name, jumpers.get(), ctx(), nullptr)); }
+            machine->setCompletion(JSCompletion::normal);
+            EXPECT_EQ(support::asNumber(date.get(), ctx()), "1794646773000");
+        }
+    }
+}
+
+TEST_F(DateObject, AConversionThatJumpsMakesNoDate) {
+    for (int32_t place = 0; place < 6; ++place) {
+        const Value jumpers(new support::JumperList(6, place));
+        EXPECT_FALSE(Value(machine->callMember(u"Date", jumpers.get(), ctx(), nullptr))) << place;
+        machine->setCompletion(JSCompletion::normal);
+    }
+    const Value jumpers(new support::JumperList(1, 0));
+    const Value constructor = global(u"Date");
+    EXPECT_EQ(describe(Value(constructor->callMember(u"parse", jumpers.get(), ctx(), nullptr)).get()),
+              "number 0");
+    machine->setCompletion(JSCompletion::normal);
 }
 
 TEST_F(DateObject, QuirkTheEighthArgumentIsTheMilliseconds) {

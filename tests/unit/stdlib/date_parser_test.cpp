@@ -91,7 +91,7 @@ TEST_F(DateParserTest, MissingPartsHaveDefaults) {
     EXPECT_EQ(parseDateText(u"Jan"), at(1970, 1, 1));
 }
 
-TEST_F(DateParserTest, WithoutAnyPartItIsThePresentMomentOfTheLocalClock) {
+TEST_F(DateParserTest, QuirkWithoutAnyPartItIsTheLocalClockReadAsUtc) {
     for (const char16_t* text : {u"", u"hello", u"   ", u":", u"GMT+0130", u"Monday"}) {
         EXPECT_EQ(parseDateText(text), kPresent);
     }

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
+#include "support/jumper.h"
 #include "support/script_machine.h"
 
 namespace quorvelin {
@@ -123,21 +125,46 @@ TEST_F(MathObject, RandomLiesBetweenZeroAndOne) {
     EXPECT_EQ(run(u"typeof throwAway"), "string undefined");
 }
 
-// An object of a host's own whose conversion leaves a jump pending.
-class Jumper final : public JSObject {
-  public:
-    void asNumber(JSNumberValue& out, JSContext* ctx, JSObject*) override {
-        out = JSNumberValue::of(4);
-        ctx->setCompletion(JSCompletion::breakLoop);
-    }
-};
+// One of 32768 numbers is 1 itself.
+TEST_F(MathObject, QuirkRandomCanGiveOne) {
+    JSMath math;
+    double largest = 0;
+    for (int32_t i = 0; i < 2000000 && largest < 1; ++i) largest = std::max(largest, math.random());
+    EXPECT_EQ(largest, 1.0);
+}
+
+TEST_F(MathObject, QuirkTanOfAnInfinityIsZero) {
+    EXPECT_EQ(run(u"x = 1e308 * 10; Math.tan(x)"), "number 0");
+    EXPECT_EQ(run(u"Math.sin(x)"), "number -Infinity");
+}
+
+TEST_F(MathObject, QuirkAHalfIsRoundedAwayFromZero) {
+    EXPECT_EQ(run(u"Math.round(-2.5)"), "number -3");
+    EXPECT_EQ(run(u"Math.round(2.5)"), "number 3");
+}
+
+TEST_F(MathObject, QuirkMaxOfOneNumberIsZero) {
+    EXPECT_EQ(run(u"Math.max(1)"), "number 0");
+    EXPECT_EQ(run(u"Math.min(1)"), "number 0");
+}
+
+TEST_F(MathObject, AReplacedFunctionStaysReplaced) {
+    run(u"Math.abs = 1");
+    run(u"x = 2");
+    EXPECT_EQ(run(u"Math.abs"), "number 1");
+    EXPECT_EQ(run(u"typeof Math.abs(-3)"), "string null");
+}
 
 TEST_F(MathObject, AnArgumentThatJumpsGivesNothing) {
     const Value math = global(u"Math");
-    const Value jumper(new Jumper());
-    const Value arguments = list({jumper.get()});
-    EXPECT_EQ(math->callMember(u"sqrt", arguments.get(), ctx(), nullptr), nullptr);
-    machine->setCompletion(JSCompletion::normal);
+    for (const char16_t* name : {u"sqrt", u"max"}) {
+        for (const int32_t place : {0, 1}) {
+            const Value arguments(new support::JumperList(2, place));
+            const bool reads = place == 0 || BString(name) == BString(u"max");
+            EXPECT_EQ(Value(math->callMember(name, arguments.get(), ctx(), nullptr)).get() == nullptr, reads);
+            machine->setCompletion(JSCompletion::normal);
+        }
+    }
 }
 
 }  // namespace

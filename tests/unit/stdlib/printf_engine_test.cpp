@@ -230,7 +230,7 @@ TEST(Printf, General) {
     EXPECT_EQ(print(u"%.30g", {2.5}), "2.5");
 }
 
-TEST(Printf, ZeroWithoutPrecisionIsASingleZero) {
+TEST(Printf, QuirkZeroWithoutDecimalsIsASingleZero) {
     EXPECT_EQ(print(u"%.0f|%.0e|%.0g|%3.0f|%+.0f", {0, 0, 0, 0, 0}), "0|0|0|  0|0");
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/allocator.h"
+#include "support/jumper.h"
 #include "support/script_machine.h"
 
 namespace quorvelin {
@@ -40,6 +41,45 @@ TEST_F(RegExpObject, ExecGivesAPlainObjectWithItemsIndexAndInput) {
     EXPECT_EQ(run(u"r.input"), "string xab");
     EXPECT_EQ(run(u"typeof r"), "string object");
     EXPECT_EQ(run(u"(new RegExp('z')).exec('xab')"), "null");
+}
+
+TEST_F(RegExpObject, ExecGivesItemsAndMembersInOneList) {
+    EXPECT_EQ(run(u"r = (new RegExp('(a)(b)')).exec('ab'); r[0] + r[1] + r[2] + r[3]"), "string aba0ab");
+    EXPECT_EQ(run(u"r.length"), "number 4");
+}
+
+TEST_F(RegExpObject, QuirkEveryRunBeginsAtTheFront) {
+    run(u"re = new RegExp('b', 'g'); re.lastIndex = 2");
+    EXPECT_EQ(run(u"re.exec('abab').index"), "number 1");
+    EXPECT_EQ(run(u"re.exec('abab').index"), "number 1");
+    EXPECT_EQ(run(u"re.lastIndex"), "number 2");
+}
+
+TEST_F(RegExpObject, AConversionThatJumpsChangesNothing) {
+    run(u"(new RegExp('b')).test('abc')");
+    const Value expression = evaluate(u"RegExp('b', 'gi')");
+    const Value constructor = global(u"RegExp");
+    const Value jumper(new support::Jumper());
+    const auto call = [&](const char16_t* name, int32_t place) {
+        const Value arguments(new support::JumperList(2, place));
+        const Value result(expression->callMember(name, arguments.get(), ctx(), nullptr));
+        machine->setCompletion(JSCompletion::normal);
+        return describe(result.get());
+    };
+    EXPECT_EQ(call(u"exec", 0), "null");
+    EXPECT_EQ(call(u"test", 0), "boolean false");
+    EXPECT_EQ(statics(), "string abc<a|b|c|>");
+    EXPECT_EQ(call(u"compile", 0), "null");
+    EXPECT_EQ(call(u"compile", 1), "null");
+    EXPECT_EQ(describe(Value(expression->getMember(u"source", ctx(), nullptr)).get()), "string b");
+    EXPECT_EQ(describe(Value(expression->getMember(u"global", ctx(), nullptr)).get()), "boolean true");
+
+    EXPECT_FALSE(Value(expression->setMember(u"lastIndex", jumper.get(), ctx(), nullptr)));
+    machine->setCompletion(JSCompletion::normal);
+    EXPECT_EQ(describe(Value(expression->getMember(u"lastIndex", ctx(), nullptr)).get()), "number 0");
+    EXPECT_FALSE(Value(constructor->setMember(u"multiline", jumper.get(), ctx(), nullptr)));
+    machine->setCompletion(JSCompletion::normal);
+    EXPECT_EQ(run(u"RegExp.multiline"), "boolean false");
 }
 
 TEST_F(RegExpObject, ExecWithoutAnArgumentRunsOnTheLastInput) {

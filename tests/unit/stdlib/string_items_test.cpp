@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "stdlib/string_object.h"
+#include "support/jumper.h"
 #include "support/script_machine.h"
 #include "support/script_text.h"
 
@@ -53,6 +54,23 @@ TEST_F(StringItems, FirstCharacterCannotBeDeleted) {
     text->deleteItem(2, ctx(), nullptr);
     text->deleteItem(-1, ctx(), nullptr);
     EXPECT_EQ(describe(text.get()), "string ac");
+}
+
+TEST_F(StringItems, AnAbsentValueIsTheEmptyText) {
+    const Value text = string(u"abc");
+    EXPECT_EQ(setItem(text, 1, nullptr), "string ac");
+    EXPECT_EQ(setItem(text, 0, nullptr), "string ac");
+}
+
+TEST_F(StringItems, AValueThatJumpsIsNotWritten) {
+    const Value text = string(u"abc");
+    EXPECT_EQ(setItem(text, 1, Value(new support::Jumper()).get()), "null");
+    machine->setCompletion(JSCompletion::normal);
+    EXPECT_EQ(describe(text.get()), "string abc");
+}
+
+TEST_F(StringItems, ItsClassIsString) {
+    EXPECT_EQ(support::className(string(u"abc").get(), ctx()), "String");
 }
 
 TEST_F(StringItems, LengthCannotBeWritten) {

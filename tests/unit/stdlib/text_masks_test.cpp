@@ -100,6 +100,7 @@ TEST(FormatDate, Fields) {
 }
 
 TEST(FormatDate, QuirkTheShortMonthHasFourLetters) {
+    EXPECT_EQ(date(u"mmm", 0), "Janu");
     EXPECT_EQ(date(u"mmm", 86400 * 130), "May");
 }
 

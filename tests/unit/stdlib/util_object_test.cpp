@@ -26,7 +26,7 @@ TEST_F(UtilObject, PrintfReadsTheSizesOfAnArgument) {
     EXPECT_EQ(run(u"util.printf('%Lf', 1.5)"), "string 1.500000");
 }
 
-TEST_F(UtilObject, PrintfEvaluatesItsArgumentsTwice) {
+TEST_F(UtilObject, QuirkPrintfEvaluatesItsArgumentsTwice) {
     run(uR"(count = 0; a = [1]; a.join = new Function("count = count + 1; return \"t\";"))");
     EXPECT_EQ(run(u"util.printf('%s', a)"), "string t");
     EXPECT_EQ(run(u"count"), "number 2");
@@ -48,6 +48,7 @@ TEST_F(UtilObject, Printd) {
     EXPECT_EQ(run(u"util.printd('dd.mm.yyyy', 0)"), "string 01.01.1970");
     EXPECT_EQ(run(u"util.printd('ddd mmm', 0)"), "string Thu Janu");
     EXPECT_EQ(run(u"util.printd('h:MM tt', 43200.9)"), "string 12:00 pm");
+    EXPECT_EQ(run(u"util.printd('dd.mm.yyyy HH:MM:ss', -1)"), "string 31.12.1969 23:59:59");
     EXPECT_EQ(run(u"util.printd('y')"), "string");
     EXPECT_EQ(run(u"util.printd()"), "string");
 }
