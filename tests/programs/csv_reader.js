@@ -76,7 +76,7 @@ for (i = 0; i < cities.length; i++) { console.println(util.printf("%-8s%8.2f", c
 var byAmount = new Function("x", "y", "return x[amount - 0] * 1 - y[amount - 0] * 1;");
 table.sort(byAmount);
 var written = writeTable(table);
-console.println(written);
+console.println(written.substring(0, written.length - 1));
 var again = readTable(written), same = again.length == table.length;
 for (i = 0; i < table.length; i++) {
     for (j = 0; j < head.length; j++) { if (again[i][j] != table[i][j]) { same = false; } }
