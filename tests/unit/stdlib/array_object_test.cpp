@@ -232,6 +232,11 @@ TEST_F(ArrayObject, SortWithAComparisonThatGivesNothingKeepsTheOrder) {
               "string 3,1,2");
 }
 
+// An argument that holds nothing is a comparison function that gives nothing.
+TEST_F(ArrayObject, SortByAVariableWithoutValueKeepsTheOrder) {
+    EXPECT_EQ(run(u"var empty; a = [3, 1, 2]; a.sort(empty); a.toString()"), "string 3,1,2");
+}
+
 TEST_F(ArrayObject, SortSurvivesAComparisonThatChangesTheArray) {
     EXPECT_EQ(
         run(u"f = Function('x', 'y', 'a.length = 1; return x - y;'); a = [3, 1, 2]; a.sort(f); a.length"),
