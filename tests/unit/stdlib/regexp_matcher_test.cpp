@@ -182,6 +182,9 @@ TEST(RegExpMatcher, LineStart) {
 TEST(RegExpMatcher, QuirkLineStartKnowsTheCarriageReturnAtTheFirstTestOnly) {
     EXPECT_EQ(match(u"\\r^b", u"a\rb"), "1 2 \\u000Db");
     EXPECT_EQ(match(u"^b", u"a\rb"), "2 1 b");  // the root comes by the position behind it
+    // Both sides look ahead from the front, and there only a line feed begins a further line.
+    EXPECT_EQ(match(u"^b|c", u"a\rbc"), "3 1 c");
+    EXPECT_EQ(match(u"^b|c", u"a\nbc"), "2 1 b");
     Expression run(u"(?:^b)");
     EXPECT_TRUE(run.on(u"a\rb"));
     EXPECT_EQ(run.start, 2u);

@@ -76,9 +76,9 @@ TEST_F(StringObject, QuirkIndexOfLimitsTheStartByTheTextLookedFor) {
 TEST_F(StringObject, QuirkFixedAnswers) {
     EXPECT_EQ(run(u"'abc'.lastIndexOf('c')"), "number -1");
     EXPECT_EQ(run(u"'abc'.lastIndexOf()"), "number -1");
-    for (const char16_t* script :
-         {u"'abc'.replace('a', 'b')", u"'abc'.match('a')", u"'abc'.slice(1)", u"'abc'.substr(1)",
-          u"'abc'.search('a')", u"'abc'.search()", u"'abc'.match(new RegExp('b'))"}) {
+    for (const char16_t* script : {u"'abc'.replace('a', 'b')", u"'abc'.match('a')", u"'abc'.slice(1)",
+                                   u"'abc'.substr(1)", u"'abc'.search('a')", u"'abc'.search()",
+                                   u"'abc'.match(new RegExp('b'))", u"'abc'.search(new RegExp('b'))"}) {
         EXPECT_EQ(run(script), "string");
     }
 }
