@@ -21,6 +21,14 @@ void forEachParameter(const JSFunctionNode& node, Visit visit) {
     }
 }
 
+// Quirk: a number that is 0 is handed back as undefined.
+bool isZero(JSObject* object, JSContext* context, JSObject* receiver) {
+    if (object == nullptr || object->valueType(context, receiver) != JSValueType::number) return false;
+    JSNumberValue number;
+    comparisonNumber(object, number, context, receiver);
+    return number.isZero();
+}
+
 }  // namespace
 
 bool JSArgumentsObject::append(const Name& name, JSObject* value) {
@@ -121,15 +129,8 @@ bool JSActivation::declareParameter(const BString& name) {
 void JSActivation::doReturn(JSObject* value, JSObject* receiver) {
     { const Value old(std::exchange(returnValue_, nullptr)); }
     if (value != nullptr) {
-        // Quirk: a number that is 0 is handed back as undefined.
-        bool isZero = false;
-        if (value->valueType(this, receiver) == JSValueType::number) {
-            JSNumberValue number;
-            comparisonNumber(value, number, this, receiver);
-            isZero = number.isZero();
-        }
-        Value object(isZero ? nullptr : value->asObject(this, receiver));
-        if (!stopped()) returnValue_ = object.take();
+        Value object(value->asObject(this, receiver));
+        if (!stopped() && !isZero(object.get(), this, receiver)) returnValue_ = object.take();
     }
     complete(JSCompletion::returned);
 }
@@ -190,6 +191,16 @@ JSGlobalBase::JSGlobalBase() : JSActivation(nullptr, nullptr), walkState_{this} 
 }
 
 void JSGlobalBase::reportError(const BString&) {}
+
+void JSGlobalBase::setPosition(int32_t line, int32_t column) {
+    walkState_.line = line;
+    walkState_.column = column;
+}
+
+void JSGlobalBase::getPosition(int32_t& line, int32_t& column) {
+    line = walkState_.line;
+    column = walkState_.column;
+}
 
 bool JSGlobalBase::declareFunction(const BString&, JSFunctionNode*) {
     return true;

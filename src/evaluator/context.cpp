@@ -82,18 +82,29 @@ bool JSContext::jumpIsMine() const {
 
 // ---- This objects and calls ----
 
+JSContext* JSContext::rootOfChain() {
+    JSContext* root = this;
+    while (root->parent() != nullptr) root = root->parent();
+    return root;
+}
+
 JSObject* JSContext::nearestThis() {
-    return parent() != nullptr ? parent()->nearestThis() : nullptr;
+    return parent() != nullptr ? parent()->askThis() : nullptr;
+}
+
+// A context of a host's own says by `getThis` what its this object is. The root, with which the rule for
+// contexts ends, is none.
+JSObject* JSContext::askHostsThis() {
+    Value object(getThis(this, nullptr));
+    return object.get() != rootOfChain() ? object.take() : nullptr;
 }
 
 JSObject* JSContext::getThis(JSContext* ctx, JSObject* receiver) {
     if (receiver != nullptr) return receiver->shared();
     if (JSObject* object = nearestThis()) return object;
     if (ctx->stopped()) return nullptr;
-    if (JSObject* object = ctx != this ? ctx->nearestThis() : nullptr) return object;
-    JSContext* root = this;
-    while (root->parent() != nullptr) root = root->parent();
-    return root->shared();
+    if (JSObject* object = ctx != this ? ctx->askThis() : nullptr) return object;
+    return rootOfChain()->shared();
 }
 
 JSObject* JSContext::callWithThis(JSObject* object, JSObject* function, JSObject* args, JSContext*,

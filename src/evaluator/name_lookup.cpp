@@ -49,7 +49,7 @@ JSContext::Place JSContext::findPlace(const NameQuery& query) {
         const Holder holder = context->holderOf(query);
         if (holder.kind != Holder::nobody) return {context, holder, false};
         if (context->parent() == nullptr) return {context, {Holder::nobody}, false};
-        if (query.purpose == NameQuery::Purpose::call) {
+        if (sawLateObject && query.purpose == NameQuery::Purpose::call) {
             // Quirk: a parameter, or a member of the object of a `with`, is not called by its name; but the
             // chain has the name, and so the this objects below are not asked either.
             NameQuery exists = query;

@@ -372,7 +372,9 @@ JSObject* JSLiteralNode::run(JSContext* context, JSObject* receiver) {
         case JSTT_FLOAT:
         case JSTT_HEXINT:
         case JSTT_OCTALINT:
-            // The digits are read once; the radix is 10 whatever the base of the literal.
+            // Quirk: the radix is 10 whatever the base of the literal, so 017 is 17.
+            if (!context->isEnginesAlone()) return context->makeNumberText(text, 10, receiver);
+            // The digits are read once.
             readNumber();
             return context->makeNumber({number, static_cast<JSNumberKind>(numberKind)}, receiver);
         case JSTT_ZERO:

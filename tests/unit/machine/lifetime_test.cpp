@@ -96,6 +96,16 @@ TEST_F(Lifetime, ListenerHearsOfTheMachinesDeathOnce) {
     EXPECT_EQ(listener.last, sender);
 }
 
+TEST_F(Lifetime, ListenerHearsOfTheEndOfAValueThatAVariableHeld) {
+    for (const char16_t* script : {u"x = 2;", u"x++;", u"x += 1;", u"x = 'text';", u"delete x;"}) {
+        run(u"x = 1");
+        DeathListener listener;
+        Value(global(u"x")->asObject(ctx(), nullptr))->addListener(&listener, 0);
+        run(script);
+        EXPECT_EQ(listener.deaths, 1) << support::ascii(std::u16string_view(script));
+    }
+}
+
 TEST_F(Lifetime, RemovedListenerHearsNothing) {
     DeathListener listener;
     machine->addListener(&listener, 0);
