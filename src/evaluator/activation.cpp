@@ -32,7 +32,7 @@ bool isZero(JSObject* object, JSContext* context, JSObject* receiver) {
 }  // namespace
 
 bool JSArgumentsObject::append(const Name& name, JSObject* value) {
-    Value cell(new JSProperty(name, value));
+    Value cell(name.atom() != nullptr ? new JSProperty(name, value) : nullptr);
     if (!cell || !members().appendRepeatable(static_cast<JSProperty*>(cell.get()))) return false;
     (void)cell.take();
     return true;

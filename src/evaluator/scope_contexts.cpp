@@ -16,9 +16,10 @@ JSLocalContext::~JSLocalContext() {
 
 bool JSLocalContext::declareVariable(const BString& name) {
     if (findMember(name, this, nullptr) >= 0) return true;
-    Value cell(new JSProperty(Name(name), nullptr));
+    const Name ownName(name);
+    Value cell(ownName.atom() != nullptr ? new JSProperty(ownName, nullptr) : nullptr);
     if (cell && members().append(static_cast<JSProperty*>(cell.get()))) {
-        if (parent() != nullptr) static_cast<JSProperty*>(cell.get())->name().atom()->enterScope();
+        if (parent() != nullptr) ownName.atom()->enterScope();
         (void)cell.take();
     }
     return true;
