@@ -81,7 +81,8 @@ JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
             return {Holder::special};
         }
     }
-    // Quirk: parameters come before everything else, but a parameter cannot be called by its name.
+    // Quirk: parameters come before everything else, but a parameter cannot be called by its name. What every
+    // object answers is found here too, so a bare `length` is the number of arguments.
     if (!isCall && argumentsObject_ != nullptr &&
         argumentsObject_->hasMember(query.name, query.ctx, query.receiver)) {
         return {Holder::object, argumentsObject_};
@@ -202,6 +203,7 @@ void JSGlobalBase::getPosition(int32_t& line, int32_t& column) {
     column = walkState_.column;
 }
 
+// Quirk: a function statement binds no name.
 bool JSGlobalBase::declareFunction(const BString&, JSFunctionNode*) {
     return true;
 }

@@ -318,7 +318,7 @@ JSObject* JSContext::executeNew(JSNode* node) {
         reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
-    // What the constructor returns is dropped: the cell that it filled is the value.
+    // Quirk: what the constructor returns is dropped, even an object: the cell that it filled is the value.
     const Value returned(execute(node, cell.get()));
     return cell.take();
 }
@@ -329,6 +329,8 @@ JSObject* JSContext::executeDelete(JSNode* node, JSObject* receiver) {
     return nullptr;
 }
 
+// Quirk: the jump stays in this context. In the body of a `with` that is the scope of the `with`, so the loop
+// around it goes on.
 int32_t JSContext::doBreak(const BString& label) {
     jumpLabel_ = Name(label);
     complete(JSCompletion::breakLoop);

@@ -39,7 +39,8 @@ JSContext::Place JSContext::findPlace(const NameQuery& query) {
     for (JSContext* context = this;; context = context->parent()) {
         const bool asksItself = !context->isEngines_ || context->parent() == nullptr;
         if (context != this && asksItself) {
-            // What the chain has comes before the this objects below it.
+            // Quirk: what the chain has comes before the this objects below it, so a bare name in a method is
+            // a global before it is a member.
             if (sawLateObject && !context->hasMember(query.name, query.ctx, query.receiver)) {
                 if (JSObject* object = lateStart->findLateObject(query, context))
                     return {this, {Holder::object, object}, false};

@@ -213,6 +213,8 @@ JSObject* JSConditionalNode::run(JSContext* context, JSObject* receiver) {
 
 namespace {
 
+// Quirk: the word for no value at all is "null"; that of the null object is "object", and "undefined" is the
+// word for a name or member that does not exist.
 JSObject* typeWord(const Value& value, JSContext* context, JSObject* receiver) {
     WellKnownName word = WellKnownName::nullWord;
     if (value) {
@@ -243,7 +245,8 @@ JSObject* typeWord(const Value& value, JSContext* context, JSObject* receiver) {
     return context->makeString(nameText(word), receiver);
 }
 
-// The operand of "-" and "~", which must be a number. False, silently, for anything else.
+// The operand of "-" and "~". Quirk: it must be a number; anything else, a text of digits included, is
+// undefined without a word.
 bool numberOperand(const Value& value, JSNumberValue& number, JSContext* context, JSObject* receiver) {
     if (!value || value->valueType(context, receiver) != JSValueType::number) return false;
     comparisonNumber(value.get(), number, context, receiver);
@@ -337,6 +340,7 @@ JSObject* JSUnaryNode::run(JSContext* context, JSObject* receiver) {
             return context->makeNumber(number.negate(), receiver);
         }
         default:
+            // Quirk: any other operator, unary "+" among them, evaluates its operand and gives undefined.
             return nullptr;
     }
 }

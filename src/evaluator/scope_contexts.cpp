@@ -80,6 +80,7 @@ JSObject* JSThisContext::specialSet(const NameQuery& query, JSObject* value) {
     return Value::share(value).take();
 }
 
+// Quirk: the message does not end the deletion, which then finds nothing to delete.
 void JSThisContext::specialDelete(const NameQuery& query) {
     query.ctx->reportError(u"this property is read only");
 }
