@@ -67,8 +67,8 @@ int32_t JSContext::parseIntArguments(JSObject* args, JSContext* ctx, JSObject* r
     return parseIntText(text, radix);
 }
 
-// Quirk: whether all of the text was a number does not matter, so NaN is never the result; and radix 10 reads a
-// number with fraction and exponent and cuts it afterwards, so "1e3" is 1000.
+// Quirk: whether all of the text was a number does not matter, so NaN is never the result; and radix 10 reads
+// a number with fraction and exponent and cuts it afterwards, so "1e3" is 1000.
 int32_t JSContext::parseIntText(const BString& text, int32_t radix) {
     return truncateToInt32(JSNumberValue::fromText(text, radix).value);
 }

@@ -8,18 +8,21 @@ namespace quorvelin {
 // ---- Local ----
 
 JSLocalContext::~JSLocalContext() {
-    if (parent() == nullptr) return;
     for (int32_t i = 0; i < members().count(); ++i) {
-        if (const JSProperty* cell = members().at(i)) cell->name().atom()->leaveScope();
+        const JSProperty* cell = members().at(i);
+        if (cell != nullptr && cell->isCountedInScope()) cell->name().atom()->leaveScope();
     }
 }
 
 bool JSLocalContext::declareVariable(const BString& name) {
     if (findMember(name, this, nullptr) >= 0) return true;
     const Name ownName(name);
-    Value cell(ownName.atom() != nullptr ? new JSProperty(ownName, nullptr) : nullptr);
-    if (cell && members().append(static_cast<JSProperty*>(cell.get()))) {
-        if (parent() != nullptr) ownName.atom()->enterScope();
+    Owned<JSProperty> cell(ownName.atom() != nullptr ? new JSProperty(ownName, nullptr) : nullptr);
+    if (cell && members().append(cell.get())) {
+        if (parent() != nullptr) {
+            ownName.atom()->enterScope();
+            cell->setCountedInScope();
+        }
         (void)cell.take();
     }
     return true;

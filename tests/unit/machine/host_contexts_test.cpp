@@ -392,5 +392,18 @@ TEST_F(HostContexts, ScopeClassThatAnswersNamesOfItsOwn) {
     EXPECT_EQ(run(u"answer"), "number 7");
 }
 
+TEST_F(HostContexts, ScopeClassThatPutsCellsIntoItsStoreLeavesOtherScopesAlone) {
+    run(u"f = Function('var shelved = 2; return g();'); g = Function('return shelved;'); shelved = 1");
+    {
+        const Owned<NamedScope> scope(new NamedScope(ctx()));
+        const BString name(u"shelved");
+        const Value stored(scope->JSObject::setMember(name, number(5).get(), scope.get(), nullptr));
+        EXPECT_EQ(call(function(u"return shelved;"), scope.get()), "number 5");
+        EXPECT_EQ(call(function(u"return f();"), scope.get()), "number 2");
+    }
+    EXPECT_EQ(run(u"f()"), "number 2");
+    EXPECT_EQ(run(u"g()"), "number 1");
+}
+
 }  // namespace
 }  // namespace quorvelin

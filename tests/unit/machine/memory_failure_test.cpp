@@ -132,8 +132,9 @@ TEST_P(MemoryFailureWhileRunning, EveryAllocationOfTheHostsCalls) {
             const Owned<JSContext> scope(machine->makeLocalContext(nullptr, nullptr));
             EXPECT_TRUE(!scope || scope->declareVariable(BString(u"another name that is new")));
             const Value arguments(new JSArgumentsObject());
-            const Value argument(
-                arguments ? arguments->setMember(BString(u"a third name"), number.get(), machine.get(), nullptr) : nullptr);
+            const Value argument(arguments ? arguments->setMember(BString(u"a third name"), number.get(),
+                                                                  machine.get(), nullptr)
+                                           : nullptr);
         }
         failed = allocationHasFailed();
         cancelAllocationFailure();
