@@ -270,6 +270,26 @@ TEST_F(HostObjects, CallOfABareNameInWithDoesNotAskTheObject) {
     EXPECT_EQ(requests(u"with (host) { x(); free(); }"), "");
 }
 
+TEST_F(HostObjects, MethodAsksWhetherANameExistsOnThisBeforeEachOperation) {
+    const std::pair<const char16_t*, const char*> rows[] = {
+        {u"return x;", "exists x; get x"},
+        {u"x = 7;", "exists x; set x=7"},
+        {u"typeof x;", "exists x; type x"},
+        {u"return x(1);", "exists x; call x=1"},
+        {u"delete x;", "exists x"},
+        {u"return free;", "exists free"},
+        {u"known = 1;", ""},
+        {u"return this.x;", "get x"},
+    };
+    run(u"known = 0");
+    for (const auto& [body, expected] : rows) {
+        const Value stored(
+            host->JSObject::setMember(BString(u"ask"), function(body).get(), ctx(), nullptr));
+        EXPECT_EQ(requests(u"host.ask()"), expected) << ascii(std::u16string_view(body));
+        host->clearMembers(ctx(), nullptr);
+    }
+}
+
 TEST_F(HostObjects, RequestCarriesContextAndReceiver) {
     struct Witness final : JSObject {
         bool dispatchMember(JSMemberRequest& request) override {
