@@ -72,12 +72,20 @@ JSObject* storeNumber(JSProperty* cell, double number, JSContext* context, JSObj
     if (held != nullptr && held->engineClass() == EngineClass::number && held->refCount() == 0 &&
         held->ownMembers().count() == 0 && !held->hasList()) {
         static_cast<JSNumberInstance*>(held)->replaceStored(number);
-    } else {
-        const Value keeper = Value::share(static_cast<JSObject*>(cell));
-        cell->replaceValue(Value());
-        cell->replaceValue(Value(context->makeNumber(JSNumberValue::of(number), receiver)));
+        return held->shared();
     }
+    // The end of the old value, which comes first, may take the cell along.
+    const Value keeper = Value::share(static_cast<JSObject*>(cell));
+    cell->replaceValue(Value());
+    cell->replaceValue(Value(context->makeNumber(JSNumberValue::of(number), receiver)));
     return cell->value() != nullptr ? cell->value()->shared() : nullptr;
+}
+
+JSObject* storeFreshValue(JSProperty* cell, Value value) {
+    const Value keeper = Value::share(static_cast<JSObject*>(cell));
+    cell->replaceValue(Value());
+    cell->replaceValue(Value(value->shared()));
+    return value.take();
 }
 
 bool isFreshValue(const JSObject* value) {

@@ -159,11 +159,7 @@ JSObject* JSAssignNode::run(JSContext* context, JSObject* receiver) {
     }
     if (left->kind == kIdentifierKind && isFreshValue(value.get())) {
         // What was computed just now stands for the copy that a variable takes of it.
-        if (JSProperty* cell = left->peekCell(context)) {
-            cell->replaceValue(Value());
-            cell->replaceValue(Value(value->shared()));
-            return value.take();
-        }
+        if (JSProperty* cell = left->peekCell(context)) return storeFreshValue(cell, std::move(value));
     }
     return target->assign(value.get(), context, receiver);
 }

@@ -283,8 +283,7 @@ TEST_F(HostObjects, MethodAsksWhetherANameExistsOnThisBeforeEachOperation) {
     };
     run(u"known = 0");
     for (const auto& [body, expected] : rows) {
-        const Value stored(
-            host->JSObject::setMember(BString(u"ask"), function(body).get(), ctx(), nullptr));
+        const Value stored(host->JSObject::setMember(BString(u"ask"), function(body).get(), ctx(), nullptr));
         EXPECT_EQ(requests(u"host.ask()"), expected) << ascii(std::u16string_view(body));
         host->clearMembers(ctx(), nullptr);
     }
@@ -390,6 +389,41 @@ TEST_F(HostObjects, ListOfTheHostCanBeTheArguments) {
     const Value squares(new HostList());
     const Value sum = function(u"return a + b * arguments.length;", u"a", u"b");
     EXPECT_EQ(describe(Value(sum->call(squares.get(), ctx(), nullptr)).get()), "number 5");
+}
+
+// Runs a text when it goes.
+class LastWill final : public JSObject {
+  public:
+    LastWill(JSContext* ctx, std::u16string_view will) : ctx_(ctx), will_(will) {}
+    ~LastWill() override { const Value value(ctx_->evaluateText(support::textOf(will_), nullptr)); }
+
+  private:
+    JSContext* ctx_;
+    std::u16string will_;
+};
+
+TEST_F(HostObjects, EndOfAHostObjectMayTakeThePlaceAlongThatItStoodIn) {
+    for (const char16_t* script : {u"x = 5;", u"x = 'a' + 'b';", u"x = void 0;", u"x = [1];", u"x = x;",
+                                   u"x -= 0;", u"delete x;", u"var x = 1;", u"with (x) x = 1;"}) {
+        setGlobal(u"x", Value(new LastWill(ctx(), u"delete x; gone = 1;")).get());
+        run(u"gone = 0");
+        run(script);
+        EXPECT_EQ(globalText(u"gone"), "number 1") << ascii(std::u16string_view(script));
+        run(u"delete x");
+    }
+    for (const char16_t* script : {u"a[1] = 5;", u"a[1] = 'text';", u"a.length = 0;", u"delete a[1];",
+                                   u"delete a;", u"a = 0;", u"a[1] = a[0];", u"a.reverse(); a = 0;"}) {
+        run(u"gone = 0; a = [1]");
+        const Value array(global(u"a")->asObject(ctx(), nullptr));
+        const Value stored(array->setItem(
+            1, Value(new LastWill(ctx(), u"a.length = 0; delete a; gone = 1;")).get(), ctx(), nullptr));
+        run(script);
+    }
+    run(u"f = Function('p', 'p = 1; return p;'); o = new Object();");
+    setGlobal(u"x", Value(new LastWill(ctx(), u"gone = 2;")).get());
+    EXPECT_EQ(run(u"y = f(x); delete x; y"), "number 1");
+    EXPECT_EQ(globalText(u"gone"), "number 2");
+    messages();
 }
 
 TEST_F(HostObjects, HostObjectIsReleasedWithItsMember) {
