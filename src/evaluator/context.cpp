@@ -373,12 +373,12 @@ JSObject* JSContext::executeLoop(JSNode* init, JSNode* preCondition, JSNode* bod
         if (body != nullptr) {
             { const Value value(execute(body, receiver)); }
             if (completion_ == JSCompletion::breakLoop) {
-                if (jumpIsMine()) takeJump();
+                if (jumpIsMine()) complete(JSCompletion::normal);
                 return nullptr;
             }
             if (completion_ == JSCompletion::continueLoop) {
                 if (!jumpIsMine()) return nullptr;
-                takeJump();
+                complete(JSCompletion::normal);
             }
             if (stopped()) return nullptr;
         }

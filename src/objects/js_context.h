@@ -247,11 +247,8 @@ class JSContext : public JSParentedObject {
   public:
     // ---- for the statements that take jumps ----
 
-    JSCompletion completion() const { return completion_; }
     // Does the pending break or continue name no label, or the label of the statement that runs?
     bool jumpIsMine() const;
-    // The jump has been taken.
-    void takeJump() { complete(JSCompletion::normal); }
 
   private:
     bool conditionFails(JSNode* condition, JSObject* receiver);

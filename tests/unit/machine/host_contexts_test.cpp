@@ -264,6 +264,29 @@ TEST_F(HostContexts, EveryValueOfAScriptIsAskedOfTheContext) {
     }
 }
 
+TEST_F(HostContexts, CompletionOfASwitchIsAskedOfTheContext) {
+    struct Completing final : JSContext {
+        explicit Completing(JSContext* parent) : JSContext(parent) {}
+        JSCompletion getCompletion() override {
+            ++asked;
+            return JSContext::getCompletion();
+        }
+        JSCompletion setCompletion(JSCompletion completion) override {
+            ++set;
+            return JSContext::setCompletion(completion);
+        }
+        int asked = 0;
+        int set = 0;
+    };
+    const Owned<Completing> completing(new Completing(ctx()));
+    const Value none(completing->evaluateText(BString(u"switch (1) { case 1: 2; }"), nullptr));
+    EXPECT_EQ(completing->asked, 1);
+    EXPECT_EQ(completing->set, 0);
+    const Value broken(completing->evaluateText(BString(u"switch (1) { case 1: break; } n = 3;"), nullptr));
+    EXPECT_EQ(completing->set, 1);
+    EXPECT_EQ(globalText(u"n"), "number 3");
+}
+
 TEST_F(HostContexts, ThisObjectOfTheContextReachesPlainCalls) {
     struct Home final : JSContext {
         Home(JSContext* parent, JSObject* home) : JSContext(parent), home_(Value::share(home)) {}

@@ -1,7 +1,11 @@
 // Who holds whom, and for how long: reference counts over runs, the end of a machine, machines side by side.
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <vector>
+
 #include "evaluator/contexts.h"
+#include "frontend/nodes.h"
 #include "machine/class_factory.h"
 #include "machine/module_state.h"
 #include "support/script_machine.h"
@@ -94,6 +98,46 @@ TEST_F(Lifetime, ListenerHearsOfTheMachinesDeathOnce) {
     EXPECT_TRUE(machine.take()->release());
     EXPECT_EQ(listener.deaths, 1);
     EXPECT_EQ(listener.last, sender);
+}
+
+TEST_F(Lifetime, MachineTellsOfItsEndAndThenReleasesItsPartsInTheirOrder) {
+    struct Recorder final : BNotifyListener {
+        int32_t notified(BNotifySender*) override {
+            *order += name + " ";
+            return kGoOn;
+        }
+        std::string name;
+        std::string* order = nullptr;
+    };
+    std::string order;
+    std::vector<std::unique_ptr<Recorder>> recorders;
+    const auto listenTo = [&](const char* name, JSObject* object) {
+        ASSERT_NE(object, nullptr) << name;
+        recorders.push_back(std::make_unique<Recorder>());
+        recorders.back()->name = name;
+        recorders.back()->order = &order;
+        object->addListener(recorders.back().get(), 0);
+    };
+    const auto behind = [&](std::u16string_view value) {
+        return Value(evaluate(value)->getMember(BString(u"prototype"), ctx(), nullptr));
+    };
+    const Owned<JSFunctionNode> node(new JSFunctionNode(0, 0, Name(), nullptr, nullptr));
+    listenTo("global", Value(evaluate(u"g = new Object(); g")->asObject(ctx(), nullptr)).get());
+    listenTo("util", global(u"util").get());
+    listenTo("RegExp", global(u"RegExp").get());
+    listenTo("Math", global(u"Math").get());
+    listenTo("Date", global(u"Date").get());
+    {
+        const Value function(machine->makeFunctionPlain(node.get(), nullptr));
+        listenTo("Function", Value(function->getMember(BString(u"prototype"), ctx(), nullptr)).get());
+    }
+    listenTo("Number", behind(u"5").get());
+    listenTo("String", behind(u"'text'").get());
+    listenTo("Boolean", behind(u"true").get());
+    listenTo("Array", behind(u"[]").get());
+    listenTo("machine", machine.get());
+    machine.reset();
+    EXPECT_EQ(order, "machine Array Boolean String Number Function Date Math RegExp util global ");
 }
 
 TEST_F(Lifetime, ListenerHearsOfTheEndOfAValueThatAVariableHeld) {
