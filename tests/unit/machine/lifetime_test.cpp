@@ -1,7 +1,9 @@
 // Who holds whom, and for how long: reference counts over runs, the end of a machine, machines side by side.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "evaluator/contexts.h"
@@ -183,6 +185,7 @@ TEST_F(Lifetime, ValuesOutliveTheirMachine) {
     EXPECT_EQ(support::asString(array.get(), other.get()), "1,two,3") << "in another machine's context";
     EXPECT_EQ(object->memberCount(other.get(), nullptr), 1);
     EXPECT_EQ(made->valueType(other.get(), nullptr), JSValueType::function);
+    EXPECT_EQ(describe(Value(made->call(nullptr, other.get(), nullptr)).get(), other.get()), "number 1");
     EXPECT_EQ(array->refCount(), 0);
 }
 
@@ -217,6 +220,34 @@ TEST_F(Lifetime, MachinesHaveGlobalsOfTheirOwn) {
     run(u"return 1;");
     EXPECT_FALSE(other->isStopped());
     machine->setCompletion(JSCompletion::normal);
+}
+
+// Each thread has a machine of its own; what they share is inside the engine. The scripts use the same names
+// in scopes and at the root, and make up new names all the time.
+TEST_F(Lifetime, MachinesRunSideBySideOnSeveralThreads) {
+    const BString script(
+        u"f = Function('n', 'var v = n; w = v + 1; return g(n);'); g = Function('return v * 100 + w;');"
+        u"o = new Object(); s = 0; v = 7;"
+        u"for (i = 0; i < 50; i++) { o['name' + i] = f(i); s += o['name' + i]; if (i % 2) delete o['name' + "
+        u"i]; }"
+        u"a = [3, 1, 2]; a.sort(); k = 'x'.toString; re = /b+/; s + a.join('') + v + k() + o.length + "
+        u"re.test('abb')");
+    constexpr const char* kExpected = "string 1237751237x25true";
+    const auto work = [&script](std::string& wrong) {
+        for (int round = 0; round < 20 && wrong.empty(); ++round) {
+            const Owned<JSKernel> other(new JSKernel());
+            const std::string result =
+                describe(Value(other->evaluateText(script, nullptr)).get(), other.get());
+            if (result != kExpected) wrong = result;
+        }
+    };
+    std::string wrong[4];
+    {
+        std::vector<std::thread> threads;
+        for (std::string& mine : wrong) threads.emplace_back(work, std::ref(mine));
+        for (std::thread& thread : threads) thread.join();
+    }
+    for (const std::string& mine : wrong) EXPECT_EQ(mine, "");
 }
 
 TEST_F(Lifetime, ValueOfOneMachineCanBeAGlobalOfAnother) {
