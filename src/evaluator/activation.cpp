@@ -21,10 +21,18 @@ void forEachParameter(const JSFunctionNode& node, Visit visit) {
     }
 }
 
+// Quirk: a number that is 0 is handed back as undefined.
+bool isZero(JSObject* object, JSContext* context, JSObject* receiver) {
+    if (object == nullptr || object->valueType(context, receiver) != JSValueType::number) return false;
+    JSNumberValue number;
+    comparisonNumber(object, number, context, receiver);
+    return number.isZero();
+}
+
 }  // namespace
 
 bool JSArgumentsObject::append(const Name& name, JSObject* value) {
-    Value cell(new JSProperty(name, value));
+    Value cell(name.atom() != nullptr ? new JSProperty(name, value) : nullptr);
     if (!cell || !members().appendRepeatable(static_cast<JSProperty*>(cell.get()))) return false;
     (void)cell.take();
     return true;
@@ -73,7 +81,8 @@ JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
             return {Holder::special};
         }
     }
-    // Quirk: parameters come before everything else, but a parameter cannot be called by its name.
+    // Quirk: parameters come before everything else, but a parameter cannot be called by its name. What every
+    // object answers is found here too, so a bare `length` is the number of arguments.
     if (!isCall && argumentsObject_ != nullptr &&
         argumentsObject_->hasMember(query.name, query.ctx, query.receiver)) {
         return {Holder::object, argumentsObject_};
@@ -121,15 +130,8 @@ bool JSActivation::declareParameter(const BString& name) {
 void JSActivation::doReturn(JSObject* value, JSObject* receiver) {
     { const Value old(std::exchange(returnValue_, nullptr)); }
     if (value != nullptr) {
-        // Quirk: a number that is 0 is handed back as undefined.
-        bool isZero = false;
-        if (value->valueType(this, receiver) == JSValueType::number) {
-            JSNumberValue number;
-            comparisonNumber(value, number, this, receiver);
-            isZero = number.isZero();
-        }
-        Value object(isZero ? nullptr : value->asObject(this, receiver));
-        if (!stopped()) returnValue_ = object.take();
+        Value object(value->asObject(this, receiver));
+        if (!stopped() && !isZero(object.get(), this, receiver)) returnValue_ = object.take();
     }
     complete(JSCompletion::returned);
 }
@@ -191,6 +193,17 @@ JSGlobalBase::JSGlobalBase() : JSActivation(nullptr, nullptr), walkState_{this} 
 
 void JSGlobalBase::reportError(const BString&) {}
 
+void JSGlobalBase::setPosition(int32_t line, int32_t column) {
+    walkState_.line = line;
+    walkState_.column = column;
+}
+
+void JSGlobalBase::getPosition(int32_t& line, int32_t& column) {
+    line = walkState_.line;
+    column = walkState_.column;
+}
+
+// Quirk: a function statement binds no name.
 bool JSGlobalBase::declareFunction(const BString&, JSFunctionNode*) {
     return true;
 }

@@ -82,18 +82,29 @@ bool JSContext::jumpIsMine() const {
 
 // ---- This objects and calls ----
 
+JSContext* JSContext::rootOfChain() {
+    JSContext* root = this;
+    while (root->parent() != nullptr) root = root->parent();
+    return root;
+}
+
 JSObject* JSContext::nearestThis() {
-    return parent() != nullptr ? parent()->nearestThis() : nullptr;
+    return parent() != nullptr ? parent()->askThis() : nullptr;
+}
+
+// A context of a host's own says by `getThis` what its this object is. The root, with which the rule for
+// contexts ends, is none.
+JSObject* JSContext::askHostsThis() {
+    Value object(getThis(this, nullptr));
+    return object.get() != rootOfChain() ? object.take() : nullptr;
 }
 
 JSObject* JSContext::getThis(JSContext* ctx, JSObject* receiver) {
     if (receiver != nullptr) return receiver->shared();
     if (JSObject* object = nearestThis()) return object;
     if (ctx->stopped()) return nullptr;
-    if (JSObject* object = ctx != this ? ctx->nearestThis() : nullptr) return object;
-    JSContext* root = this;
-    while (root->parent() != nullptr) root = root->parent();
-    return root->shared();
+    if (JSObject* object = ctx != this ? ctx->askThis() : nullptr) return object;
+    return rootOfChain()->shared();
 }
 
 JSObject* JSContext::callWithThis(JSObject* object, JSObject* function, JSObject* args, JSContext*,
@@ -307,7 +318,7 @@ JSObject* JSContext::executeNew(JSNode* node) {
         reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
-    // What the constructor returns is dropped: the cell that it filled is the value.
+    // Quirk: what the constructor returns is dropped, even an object: the cell that it filled is the value.
     const Value returned(execute(node, cell.get()));
     return cell.take();
 }
@@ -318,6 +329,8 @@ JSObject* JSContext::executeDelete(JSNode* node, JSObject* receiver) {
     return nullptr;
 }
 
+// Quirk: the jump stays in this context. In the body of a `with` that is the scope of the `with`, so the loop
+// around it goes on.
 int32_t JSContext::doBreak(const BString& label) {
     jumpLabel_ = Name(label);
     complete(JSCompletion::breakLoop);
@@ -360,12 +373,12 @@ JSObject* JSContext::executeLoop(JSNode* init, JSNode* preCondition, JSNode* bod
         if (body != nullptr) {
             { const Value value(execute(body, receiver)); }
             if (completion_ == JSCompletion::breakLoop) {
-                if (jumpIsMine()) takeJump();
+                if (jumpIsMine()) complete(JSCompletion::normal);
                 return nullptr;
             }
             if (completion_ == JSCompletion::continueLoop) {
                 if (!jumpIsMine()) return nullptr;
-                takeJump();
+                complete(JSCompletion::normal);
             }
             if (stopped()) return nullptr;
         }

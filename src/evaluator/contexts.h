@@ -73,6 +73,8 @@ class JSGlobalBase : public JSActivation {
 
     // Drops the message. A host that wants to show messages overrides this in a machine class of its own.
     void reportError(const BString& message) override;
+    void setPosition(int32_t line, int32_t column) override;
+    void getPosition(int32_t& line, int32_t& column) override;
     // True, and nothing else: the text of a function binds no name.
     bool declareFunction(const BString& name, JSFunctionNode* node) override;
 

@@ -65,6 +65,7 @@ JSObject* JSFunction::callMember(const BString& name, JSObject* args, JSContext*
     return JSInstance::callMember(name, args, ctx, receiver);
 }
 
+// Quirk: a function has no object of its own to hand out, so members that were stored on it do not travel.
 JSObject* JSFunction::asObject(JSContext* ctx, JSObject* receiver) {
     return ctx->makeFunction(node_, receiver);
 }
@@ -123,7 +124,7 @@ JSObject* JSFunctionConstructor::call(JSObject* args, JSContext* ctx, JSObject* 
         ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;
     }
-    // 3. Each argument but the last is one name, whatever it holds.
+    // 3. Quirk: each argument but the last is one name, whatever it holds: "a,b" is not split.
     const int32_t count = args != nullptr ? args->memberCount(ctx, receiver) : 0;
     for (int32_t i = 0; i < count - 1; ++i) {
         BString name;

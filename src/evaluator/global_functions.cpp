@@ -37,6 +37,7 @@ JSObject* callUnescape(JSContext& self, JSMemberRequest& request) {
     return request.ctx->isStopped() ? nullptr : self.makeString(text, request.receiver);
 }
 
+// Quirk: the function that runs a text has this name alone; `eval` does not exist.
 constexpr NativeMember<JSContext> kFunctions[] = {
     {WellKnownName::evalName, JSValueType::function, nullptr, nullptr, callEval},
     {WellKnownName::parseInt, JSValueType::function, nullptr, nullptr, callParseInt},
@@ -66,7 +67,8 @@ int32_t JSContext::parseIntArguments(JSObject* args, JSContext* ctx, JSObject* r
     return parseIntText(text, radix);
 }
 
-// Whether all of the text was a number does not matter here, so NaN is never the result.
+// Quirk: whether all of the text was a number does not matter, so NaN is never the result; and radix 10 reads
+// a number with fraction and exponent and cuts it afterwards, so "1e3" is 1000.
 int32_t JSContext::parseIntText(const BString& text, int32_t radix) {
     return truncateToInt32(JSNumberValue::fromText(text, radix).value);
 }
@@ -87,6 +89,7 @@ void JSContext::escapeArguments(BString& out, JSObject* args, JSContext* ctx, JS
     escapeText(out, text.data());
 }
 
+// Quirk: the code of a character is written in decimal, without leading zeros.
 void JSContext::escapeText(BString& out, const char16_t* text) {
     TextBuilder builder;
     for (; *text != 0; ++text) {

@@ -39,7 +39,8 @@ JSContext::Place JSContext::findPlace(const NameQuery& query) {
     for (JSContext* context = this;; context = context->parent()) {
         const bool asksItself = !context->isEngines_ || context->parent() == nullptr;
         if (context != this && asksItself) {
-            // What the chain has comes before the this objects below it.
+            // Quirk: what the chain has comes before the this objects below it, so a bare name in a method is
+            // a global before it is a member.
             if (sawLateObject && !context->hasMember(query.name, query.ctx, query.receiver)) {
                 if (JSObject* object = lateStart->findLateObject(query, context))
                     return {this, {Holder::object, object}, false};
@@ -49,7 +50,7 @@ JSContext::Place JSContext::findPlace(const NameQuery& query) {
         const Holder holder = context->holderOf(query);
         if (holder.kind != Holder::nobody) return {context, holder, false};
         if (context->parent() == nullptr) return {context, {Holder::nobody}, false};
-        if (query.purpose == NameQuery::Purpose::call) {
+        if (sawLateObject && query.purpose == NameQuery::Purpose::call) {
             // Quirk: a parameter, or a member of the object of a `with`, is not called by its name; but the
             // chain has the name, and so the this objects below are not asked either.
             NameQuery exists = query;

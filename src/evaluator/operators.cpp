@@ -17,6 +17,7 @@ using Type = JSValueType;
 
 enum class Way { truth, numbers, text };
 
+// Quirk: an object compares by its text with everything, so two empty objects are equal.
 Way wayOfComparison(Type left, Type right) {
     switch (left) {
         case Type::number:
@@ -258,6 +259,7 @@ JSObject* applyBinary(const Name& op, JSObject* left, JSObject* right, JSContext
         return left->callMember(overload.text(), right, ctx, receiver);
     const Type leftType = left->valueType(ctx, receiver);
     const Type rightType = right->valueType(ctx, receiver);
+    // Quirk: an undefined operand makes every operator undefined, so `undefined != 1` is not true either.
     if (leftType == Type::undefined || rightType == Type::undefined) return ctx->makeUndefined(receiver);
     const BinaryOperator* found = findOperator(op);
     if (found == nullptr) return nullptr;

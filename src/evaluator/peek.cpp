@@ -68,19 +68,29 @@ bool peekNumber(const JSProperty* cell, double& number) {
 
 JSObject* storeNumber(JSProperty* cell, double number, JSContext* context, JSObject* receiver) {
     JSObject* held = cell->value();
+    // Somebody may be listening for the end of the number that is replaced.
     if (held != nullptr && held->engineClass() == EngineClass::number && held->refCount() == 0 &&
-        held->ownMembers().count() == 0) {
+        held->ownMembers().count() == 0 && !held->hasList()) {
         static_cast<JSNumberInstance*>(held)->replaceStored(number);
-    } else {
-        const Value keeper = Value::share(static_cast<JSObject*>(cell));
-        cell->replaceValue(Value());
-        cell->replaceValue(Value(context->makeNumber(JSNumberValue::of(number), receiver)));
+        return held->shared();
     }
+    // The end of the old value, which comes first, may take the cell along.
+    const Value keeper = Value::share(static_cast<JSObject*>(cell));
+    cell->replaceValue(Value());
+    cell->replaceValue(Value(context->makeNumber(JSNumberValue::of(number), receiver)));
     return cell->value() != nullptr ? cell->value()->shared() : nullptr;
 }
 
+JSObject* storeFreshValue(JSProperty* cell, Value value) {
+    const Value keeper = Value::share(static_cast<JSObject*>(cell));
+    cell->replaceValue(Value());
+    cell->replaceValue(Value(value->shared()));
+    return value.take();
+}
+
 bool isFreshValue(const JSObject* value) {
-    if (value == nullptr || value->refCount() != 0 || value->ownMembers().count() != 0) return false;
+    if (value == nullptr || value->refCount() != 0 || value->ownMembers().count() != 0 || value->hasList())
+        return false;
     if (value->engineClass() == EngineClass::string) return true;
     // Quirk: what is not finite becomes another number by being copied.
     return value->engineClass() == EngineClass::number &&
@@ -207,7 +217,9 @@ void JSLiteralNode::readNumber() {
     numberKind = static_cast<int32_t>(read.kind);
 }
 
-bool JSLiteralNode::peek(JSContext*, PeekedValue& out) {
+bool JSLiteralNode::peek(JSContext* context, PeekedValue& out) {
+    // A context of a host's own is asked to make every value.
+    if (!context->isEnginesAlone()) return false;
     switch (tokenKind) {
         case JSTT_ZERO:
             return foundNumber(0.0, out);

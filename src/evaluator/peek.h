@@ -20,6 +20,9 @@ JSObject* storeNumber(JSProperty* cell, double number, JSContext* context, JSObj
 // copy.
 bool isFreshValue(const JSObject* value);
 
+// Puts such a value into the cell, as `assign` of it would. What then stands in the cell, with a reference.
+JSObject* storeFreshValue(JSProperty* cell, Value value);
+
 // Computes a binary operator on finite numbers: the number or truth value that `applyBinary` would give, or
 // false when the result is not finite or the operator is none of these.
 bool applyToNumbers(const Name& op, double left, double right, PeekedValue& out);

@@ -159,11 +159,7 @@ JSObject* JSAssignNode::run(JSContext* context, JSObject* receiver) {
     }
     if (left->kind == kIdentifierKind && isFreshValue(value.get())) {
         // What was computed just now stands for the copy that a variable takes of it.
-        if (JSProperty* cell = left->peekCell(context)) {
-            cell->replaceValue(Value());
-            cell->replaceValue(Value(value->shared()));
-            return value.take();
-        }
+        if (JSProperty* cell = left->peekCell(context)) return storeFreshValue(cell, std::move(value));
     }
     return target->assign(value.get(), context, receiver);
 }
@@ -213,6 +209,8 @@ JSObject* JSConditionalNode::run(JSContext* context, JSObject* receiver) {
 
 namespace {
 
+// Quirk: the word for no value at all is "null"; that of the null object is "object", and "undefined" is the
+// word for a name or member that does not exist.
 JSObject* typeWord(const Value& value, JSContext* context, JSObject* receiver) {
     WellKnownName word = WellKnownName::nullWord;
     if (value) {
@@ -243,7 +241,8 @@ JSObject* typeWord(const Value& value, JSContext* context, JSObject* receiver) {
     return context->makeString(nameText(word), receiver);
 }
 
-// The operand of "-" and "~", which must be a number. False, silently, for anything else.
+// The operand of "-" and "~". Quirk: it must be a number; anything else, a text of digits included, is
+// undefined without a word.
 bool numberOperand(const Value& value, JSNumberValue& number, JSContext* context, JSObject* receiver) {
     if (!value || value->valueType(context, receiver) != JSValueType::number) return false;
     comparisonNumber(value.get(), number, context, receiver);
@@ -337,6 +336,7 @@ JSObject* JSUnaryNode::run(JSContext* context, JSObject* receiver) {
             return context->makeNumber(number.negate(), receiver);
         }
         default:
+            // Quirk: any other operator, unary "+" among them, evaluates its operand and gives undefined.
             return nullptr;
     }
 }
@@ -372,7 +372,9 @@ JSObject* JSLiteralNode::run(JSContext* context, JSObject* receiver) {
         case JSTT_FLOAT:
         case JSTT_HEXINT:
         case JSTT_OCTALINT:
-            // The digits are read once; the radix is 10 whatever the base of the literal.
+            // Quirk: the radix is 10 whatever the base of the literal, so 017 is 17.
+            if (!context->isEnginesAlone()) return context->makeNumberText(text, 10, receiver);
+            // The digits are read once.
             readNumber();
             return context->makeNumber({number, static_cast<JSNumberKind>(numberKind)}, receiver);
         case JSTT_ZERO:

@@ -81,13 +81,13 @@ JSObject* JSForInNode::run(JSContext* context, JSObject* receiver) {
         }
         if (context->stopped()) break;
         { const Value value(context->execute(body.get(), receiver)); }
-        if (context->completion() == JSCompletion::breakLoop) {
-            if (context->jumpIsMine()) context->takeJump();
+        if (context->getCompletion() == JSCompletion::breakLoop) {
+            if (context->jumpIsMine()) context->setCompletion(JSCompletion::normal);
             break;
         }
-        if (context->completion() == JSCompletion::continueLoop) {
+        if (context->getCompletion() == JSCompletion::continueLoop) {
             if (!context->jumpIsMine()) break;
-            context->takeJump();
+            context->setCompletion(JSCompletion::normal);
         }
         if (context->stopped()) break;
     }
@@ -200,7 +200,8 @@ JSObject* JSSwitchNode::run(JSContext* context, JSObject* receiver) {
         { const Value value(context->execute(record->statements.get(), receiver)); }
         if (context->stopped()) break;
     }
-    if (context->completion() == JSCompletion::breakLoop && context->jumpIsMine()) context->takeJump();
+    if (context->getCompletion() == JSCompletion::breakLoop && context->jumpIsMine())
+        context->setCompletion(JSCompletion::normal);
     return nullptr;
 }
 

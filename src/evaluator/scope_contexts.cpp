@@ -8,17 +8,21 @@ namespace quorvelin {
 // ---- Local ----
 
 JSLocalContext::~JSLocalContext() {
-    if (parent() == nullptr) return;
     for (int32_t i = 0; i < members().count(); ++i) {
-        if (const JSProperty* cell = members().at(i)) cell->name().atom()->leaveScope();
+        const JSProperty* cell = members().at(i);
+        if (cell != nullptr && cell->isCountedInScope()) cell->name().atom()->leaveScope();
     }
 }
 
 bool JSLocalContext::declareVariable(const BString& name) {
     if (findMember(name, this, nullptr) >= 0) return true;
-    Value cell(new JSProperty(Name(name), nullptr));
-    if (cell && members().append(static_cast<JSProperty*>(cell.get()))) {
-        if (parent() != nullptr) static_cast<JSProperty*>(cell.get())->name().atom()->enterScope();
+    const Name ownName(name);
+    Owned<JSProperty> cell(ownName.atom() != nullptr ? new JSProperty(ownName, nullptr) : nullptr);
+    if (cell && members().append(cell.get())) {
+        if (parent() != nullptr) {
+            ownName.atom()->enterScope();
+            cell->setCountedInScope();
+        }
         (void)cell.take();
     }
     return true;
@@ -79,6 +83,7 @@ JSObject* JSThisContext::specialSet(const NameQuery& query, JSObject* value) {
     return Value::share(value).take();
 }
 
+// Quirk: the message does not end the deletion, which then finds nothing to delete.
 void JSThisContext::specialDelete(const NameQuery& query) {
     query.ctx->reportError(u"this property is read only");
 }

@@ -138,7 +138,7 @@ JSObject* JSGlobalContext::callMember(const BString& name, JSObject* args, JSCon
             return object.take();
         }
         default:
-            return nullptr;  // println prints nothing
+            return nullptr;  // Quirk: println prints nothing.
     }
 }
 

@@ -181,6 +181,10 @@ class JSContext : public JSParentedObject {
     // contexts; borrowed, null when it takes asking. `hint` as in MemberStore.
     JSProperty* peekCell(const Atom* atom, int32_t& hint);
 
+    // Do the engine's own contexts alone stand between this one and the root, so that making a value can be
+    // asked of none that would notice?
+    bool isEnginesAlone() const { return state_ != nullptr; }
+
     // As `isStopped`, at no cost while no jump is pending anywhere.
     bool stopped() {
         if (state_ != nullptr && state_->stoppedContexts == 0) [[likely]]
@@ -190,8 +194,8 @@ class JSContext : public JSParentedObject {
 
   protected:
     // For the engine's own contexts: shares the walk's state with the parent, unless a context of a host's
-    // own stands between. A class derived from one of them that overrides `isStopped`, `setPosition`,
-    // `getPosition` or a factory of values calls `askEveryContext` when it is built.
+    // own stands between. A class derived from one of them that overrides more than `reportError` and
+    // `dispatchMember` of the root calls `askEveryContext` when it is built.
     struct EngineContext {};
     JSContext(EngineContext, JSContext* parent)
         : JSParentedObject(parent, nullptr),
@@ -217,8 +221,12 @@ class JSContext : public JSParentedObject {
     // A cell or a member of the dispatch of this very context.
     bool ownsName(const NameQuery& query);
 
-    // From here on the contexts below this one climb the chain for every question.
-    void askEveryContext() { state_ = nullptr; }
+    // From here on the contexts below this one climb the chain for every question, and ask this one by its
+    // virtual operations. To be called when the context is built, before another one stands below it.
+    void askEveryContext() {
+        state_ = nullptr;
+        isEngines_ = false;
+    }
     void shareState(JSWalkState* state) { state_ = state; }
     JSWalkState* state() const { return state_; }
 
@@ -239,11 +247,8 @@ class JSContext : public JSParentedObject {
   public:
     // ---- for the statements that take jumps ----
 
-    JSCompletion completion() const { return completion_; }
     // Does the pending break or continue name no label, or the label of the statement that runs?
     bool jumpIsMine() const;
-    // The jump has been taken.
-    void takeJump() { complete(JSCompletion::normal); }
 
   private:
     bool conditionFails(JSNode* condition, JSObject* receiver);
@@ -258,6 +263,9 @@ class JSContext : public JSParentedObject {
     Place findPlace(const NameQuery& query);
     bool isRootsAlone(const Atom* atom) const;
     JSObject* findLateObject(const NameQuery& query, JSContext* end);
+    JSObject* askThis() { return isEngines_ ? nearestThis() : askHostsThis(); }
+    JSObject* askHostsThis();
+    JSContext* rootOfChain();
 
     JSCompletion completion_ = JSCompletion::normal;
     JSWalkState* state_ = nullptr;

@@ -78,7 +78,8 @@ JSObject* JSObject::setMember(const BString& name, JSObject* value, JSContext* c
         held = Value(value->asObject(ctx, receiver));
         if (ctx->isStopped()) return nullptr;
     }
-    Value cell(new JSProperty(Name(name), held.get()));
+    const Name ownName(name);
+    Value cell(ownName.atom() != nullptr ? new JSProperty(ownName, held.get()) : nullptr);
     // Without memory nothing is stored, and nothing is said.
     if (cell && members_.append(static_cast<JSProperty*>(cell.get()))) (void)cell.take();
     return value != nullptr ? value->shared() : nullptr;

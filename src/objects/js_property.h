@@ -47,6 +47,10 @@ class JSProperty : public JSObject {
         if (old != nullptr) old->release();
     }
 
+    // A variable that the scope which holds it has counted with its name (Atom::enterScope).
+    bool isCountedInScope() const { return isCountedInScope_; }
+    void setCountedInScope() { isCountedInScope_ = true; }
+
     // True for cells whose `memberName` must be asked instead of comparing names.
     bool computesName() const { return computesName_; }
 
@@ -61,6 +65,7 @@ class JSProperty : public JSObject {
     Name name_;
     JSObject* value_;
     bool computesName_ = false;
+    bool isCountedInScope_ = false;
 };
 
 }  // namespace quorvelin

@@ -53,6 +53,7 @@ bool JSNumberInstance::deleteMember(const BString& name, JSContext* ctx, JSObjec
 JSObject* JSNumberInstance::callMember(const BString& name, JSObject*, JSContext* ctx, JSObject* receiver) {
     if (name == nameText(WellKnownName::valueOf)) return shared();
     if (name == nameText(WellKnownName::toString)) {
+        // Quirk: the arguments, such as a radix, are ignored.
         BString text;
         asString(text, ctx, receiver);
         return ctx->makeString(text, receiver);
@@ -104,6 +105,7 @@ const NumberConstant* findConstant(const BString& name) {
 
 }  // namespace
 
+// Quirk: a function, unlike the other constructors.
 JSValueType JSNumberConstructor::valueType(JSContext*, JSObject*) {
     return JSValueType::function;
 }

@@ -38,6 +38,7 @@ JSObject* JSParentedObject::getMember(const BString& name, JSContext* ctx, JSObj
     return JSObject::getMember(name, ctx, receiver);
 }
 
+// Quirk: a new name lands on the inner object: what is written to one instance, all of its class have.
 JSObject* JSParentedObject::setMember(const BString& name, JSObject* value, JSContext* ctx,
                                       JSObject* receiver) {
     if (forwardsName(name, ctx, receiver)) return inner_->setMember(name, value, ctx, receiver);
@@ -200,6 +201,7 @@ void JSInstance::className(BString& out, JSContext* ctx, JSObject* receiver) {
     }
 }
 
+// Quirk: `delete` of an instance cuts it off from its class for good.
 void JSInstance::clearMembers(JSContext*, JSObject*) {
     detachInner();
     releaseMembers();
@@ -215,7 +217,7 @@ JSObject* getPrototypeMember(JSInstance& self, JSMemberRequest& request) {
     return self.getPrototype(request.ctx, request.receiver);
 }
 
-// A script's write to `prototype` is ignored without a word.
+// Quirk: a script's write to `prototype` is ignored without a word.
 JSObject* ignorePrototype(JSInstance&, JSMemberRequest&) {
     return nullptr;
 }

@@ -49,6 +49,7 @@ void JSConsole::callPrintln(JSObject* args, JSContext* ctx, JSObject* receiver) 
 void JSConsole::println(const BString&) {}
 
 // Quirk: the cells are forgotten, not released; what a script stored on a console and cleared is never freed.
+// And the operation `clear` is not called.
 void JSConsole::callClear(JSObject*, JSContext*, JSObject*) {
     members().forgetAll();
 }

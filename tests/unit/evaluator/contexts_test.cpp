@@ -57,6 +57,7 @@ TEST_F(Contexts, WithInsideWithAsksTheInnerObjectFirst) {
 
 // ---- this ----
 
+// Quirk: the chain comes before the this object.
 TEST_F(Contexts, BareNameInAMethodIsAGlobalBeforeItIsAMemberOfThis) {
     EXPECT_EQ(run(u"o = new Object(); o.v = 'member'; o.m = Function('return v;'); o.m()"), "string member");
     EXPECT_EQ(run(u"v = 'global'; o.m()"), "string global");

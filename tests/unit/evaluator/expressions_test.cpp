@@ -96,6 +96,7 @@ TEST_F(Expressions, CallOfAnElementOfAnArray) {
 
 // ---- Prefix operators ----
 
+// Quirk: the word for no value is "null", that of the null object "object".
 TEST_F(Expressions, TypeofGivesTheWordOfTheType) {
     run(u"f = Function('return 1;'); o = new Object()");
     expectAll({{u"typeof 'a'", "string string"},
@@ -128,6 +129,7 @@ TEST_F(Expressions, NotNegatesTheTruth) {
                {u"!null", "boolean true"}});
 }
 
+// Quirk: a text of digits is no number here.
 TEST_F(Expressions, MinusAndComplementTakeNumbersOnly) {
     expectAll({{u"-5", "number -5"},
                {u"x = 2; -x", "number -2"},
@@ -146,6 +148,7 @@ TEST_F(Expressions, MinusAndComplementTakeNumbersOnly) {
                {u"-(1e308 * 10)", "number -Infinity"}});
 }
 
+// Quirk: unary "+" evaluates its operand and gives undefined.
 TEST_F(Expressions, UnaryPlusEvaluatesItsOperandAndGivesUndefined) {
     EXPECT_EQ(run(u"x = 5; +x"), "null");
     EXPECT_EQ(run(u"typeof (+'7')"), "string null");
@@ -210,6 +213,7 @@ TEST_F(Expressions, CommaGivesTheRightSide) {
 
 // ---- new and delete ----
 
+// Quirk: what the constructor returns is dropped.
 TEST_F(Expressions, NewGivesTheCellAndDropsWhatTheFunctionReturns) {
     run(u"f = Function('v', 'this.x = v; return 5;')");
     expectAll({{u"c = new f(3); c.x", "number 3"},
@@ -263,6 +267,7 @@ TEST_F(Expressions, DeleteOfAValueClearsIt) {
 
 // ---- Literals ----
 
+// Quirk: 017 is 17.
 TEST_F(Expressions, NumberLiteralsAreReadInRadixTenWhateverTheirForm) {
     expectAll({{u"12", "number 12"},
                {u"017", "number 17"},

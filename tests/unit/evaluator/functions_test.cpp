@@ -51,6 +51,7 @@ TEST_F(Functions, LastArgumentIsTheBodyAndTheOthersAreParameters) {
                {u"Function('x', '7;')(1)", "null"}});
 }
 
+// Quirk: "a,b" is one name.
 TEST_F(Functions, TextOfAParameterIsNotSplit) {
     EXPECT_EQ(run(u"f = Function('a,b', 'return a;'); f(7, 8)"), "null");
     EXPECT_EQ(run(u"k = 'a,b'; g = Function('a,b', 'return arguments[k];'); g(7, 8)"), "number 7");
@@ -91,6 +92,7 @@ TEST_F(Functions, FunctionKeepsMembersOfItsOwn) {
     EXPECT_EQ(run(u"g = Function('return 1;'); typeof g.count"), "string undefined");
 }
 
+// Quirk: members of a function do not travel.
 TEST_F(Functions, AssigningAFunctionMakesANewObjectOfTheSameTree) {
     run(u"f = Function('return 6;'); f.count = 1; g = f");
     EXPECT_EQ(run(u"g()"), "number 6");
@@ -118,6 +120,7 @@ TEST_F(Functions, ArgumentsAndParametersAreTheSameCells) {
     EXPECT_EQ(run(u"g = Function('a', 'a = 6; return arguments[0];'); g(1)"), "number 6");
 }
 
+// Quirk: what every object answers is found on the list of arguments.
 TEST_F(Functions, LengthByItselfIsTheNumberOfArguments) {
     EXPECT_EQ(run(u"f = Function('a', 'return length;'); f(1, 2)"), "number 2");
 }
@@ -144,6 +147,16 @@ TEST_F(Functions, ParameterCannotBeCalledByItsName) {
     EXPECT_EQ(run(u"f = Function('cb', 'return cb();'); f(one)"), "null");
     EXPECT_EQ(run(u"g = Function('cb', 'var h = cb; return h();'); g(one)"), "number 1");
     EXPECT_EQ(run(u"k = Function('cb', 'return arguments[0]();'); k(one)"), "number 1");
+}
+
+// Quirk: nor is a member of the this object called then, for the chain has the name.
+TEST_F(Functions, ParameterOfAnOuterCallHidesAMethodOfThisFromCalls) {
+    run(u"o = new Object(); o.cb = Function('return 2;'); o.ask = Function('return cb();')");
+    EXPECT_EQ(run(u"o.ask()"), "number 2");
+    EXPECT_EQ(run(u"f = Function('cb', 'return o.ask();'); f(1)"), "null");
+    EXPECT_EQ(run(u"w = new Object(); w.cb = 1; with (w) { o.ask(); }"), "null") << "nor behind a with";
+    // The method of an outer call is another matter: it stands further up.
+    EXPECT_EQ(run(u"p = new Object(); p.cb = Function('return 3;'); p.m = f; p.m(1)"), "number 3");
 }
 
 TEST_F(Functions, TheSameParameterTwiceIsTwoCellsOfWhichTheFirstIsSeen) {

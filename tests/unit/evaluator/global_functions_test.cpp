@@ -66,6 +66,7 @@ TEST_F(GlobalNames, EachReadOfObjectIsANewObject) {
     EXPECT_NE(first.get(), second.get());
 }
 
+// Quirk: println of the root prints nothing.
 TEST_F(GlobalNames, PrintlnPrintsNothing) {
     EXPECT_EQ(run(u"println('x')"), "null");
     EXPECT_EQ(run(u"f = println; f('x')"), "null");
@@ -99,6 +100,7 @@ TEST_F(GlobalNames, EvalGivesNothingWhenTheTextJumps) {
     EXPECT_EQ(run(u"f = Function('_eval(\\'return 5;\\'); return 6;'); f()"), "number 5");
 }
 
+// Quirk: the name is `_eval`.
 TEST_F(GlobalNames, EvalByItsUsualNameDoesNotExist) {
     EXPECT_EQ(run(u"eval('1')"), "null");
     EXPECT_EQ(run(u"typeof eval"), "string undefined");
@@ -106,6 +108,7 @@ TEST_F(GlobalNames, EvalByItsUsualNameDoesNotExist) {
 
 // ---- Numbers from text ----
 
+// Quirk: no result is NaN, and radix 10 reads exponents.
 TEST_F(GlobalNames, ParseIntReadsAsFarAsItCan) {
     expectAll({{u"parseInt('12abc')", "number 12"},
                {u"parseInt('1.9')", "number 1"},
@@ -139,6 +142,7 @@ TEST_F(GlobalNames, ParseFloatReadsAsFarAsItCan) {
 
 // ---- escape and unescape ----
 
+// Quirk: the codes are decimal.
 TEST_F(GlobalNames, EscapeWritesSpacesAsPlusAndOthersAsDecimalCodes) {
     expectAll({{u"escape('a b,')", "string a+b%44"},
                {u"escape('AZ09')", "string AZ09"},

@@ -71,6 +71,7 @@ TEST_F(Operators, BitOperatorsWorkOn32Bits) {
                {u"'6' & '3'", "number 2"}});
 }
 
+// Quirk: comparisons included.
 TEST_F(Operators, AnUndefinedOperandMakesEveryOperatorUndefined) {
     const Value one = number(1);
     const Value nothing = evaluate(u"undeclared");
@@ -156,6 +157,7 @@ TEST_F(Operators, ATextAndANumberCompareAsNumbersAndABooleanAsText) {
                {u"true == '1'", kFalse}});
 }
 
+// Quirk: two empty objects are equal.
 TEST_F(Operators, ObjectsCompareByText) {
     expectAll({{u"[5] == 5", kTrue},
                {u"5 == [5]", kTrue},

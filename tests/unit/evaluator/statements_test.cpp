@@ -63,6 +63,7 @@ TEST_F(Statements, VarBehindALabelIsNotDeclared) {
     EXPECT_EQ(run(u"g = Function('{ var local = 3; } return 0;'); g(); typeof local"), "string undefined");
 }
 
+// Quirk: a function statement binds no name.
 TEST_F(Statements, FunctionStatementBindsNothing) {
     EXPECT_EQ(run(u"function f() { return 1; } f();"), "null");
     EXPECT_EQ(messages(), "");
@@ -185,6 +186,7 @@ TEST_F(Statements, UnlabelledBreakInALabelledLoopIsTaken) {
 
 // ---- with ----
 
+// Quirk: the jump stays in the scope of the with.
 TEST_F(Statements, BreakInWithDoesNotEndTheLoop) {
     EXPECT_EQ(
         run(u"o = new Object(); i = 0; after = 0; while (i < 3) { i++; with (o) { break; after = 1; } } i"),

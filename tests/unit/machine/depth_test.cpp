@@ -30,8 +30,11 @@ class MachineDepth : public support::ScriptTest {
             if (!saysTooDeep(message.text)) others.insert(message.text);
         }
         others.erase("can't init context");
-        // The callee of a call that lies too deep is not evaluated any more, and so there is nothing to call.
+        // The callee of a call that lies too deep is not evaluated any more, and so there is nothing to call;
+        // likewise with the left side of an assignment. Where the stack ends is another place in each
+        // process.
         others.erase("wrong object");
+        others.erase("wrong lvalue");
         EXPECT_EQ(others, std::set<std::string>());
         transcript->messages.clear();
         EXPECT_EQ(machine->getCompletion(), JSCompletion::normal);

@@ -1,9 +1,11 @@
 // Contexts of a host in the chain: everything below them asks them, operation by operation.
 #include <gtest/gtest.h>
 
+#include "evaluator/contexts.h"
 #include "frontend/nodes.h"
 #include "objects/js_context.h"
 #include "objects/js_property.h"
+#include "objects/member_request.h"
 #include "support/script_machine.h"
 #include "support/script_text.h"
 #include "support/syntax.h"
@@ -175,6 +177,145 @@ TEST_F(HostContexts, ContextIsReleasedAfterTheCall) {
     EXPECT_EQ(machine->refCount(), machineHolders - 1) << "the context held its parent";
 }
 
+// Keeps every value that it is asked to make: "number text 1; boolean; ".
+class MakingContext final : public JSContext {
+  public:
+    explicit MakingContext(JSContext* parent) : JSContext(parent) {}
+
+    JSObject* makeString(const BString& text, JSObject* receiver) override {
+        made += "string " + ascii(text) + "; ";
+        return JSContext::makeString(text, receiver);
+    }
+    JSObject* makeRegExp(const BString& source, JSObject* receiver) override {
+        made += "expression; ";
+        return JSContext::makeRegExp(source, receiver);
+    }
+    JSObject* makeBoolean(bool value, JSObject* receiver) override {
+        made += value ? "true; " : "false; ";
+        return JSContext::makeBoolean(value, receiver);
+    }
+    JSObject* makeNumberText(const BString& text, int32_t radix, JSObject* receiver) override {
+        made += "number text " + ascii(text) + "; ";
+        return JSContext::makeNumberText(text, radix, receiver);
+    }
+    JSObject* makeNumber(const JSNumberValue& value, JSObject* receiver) override {
+        made += "number " + ascii(value.toText()) + "; ";
+        return JSContext::makeNumber(value, receiver);
+    }
+    JSObject* makeArray(JSObject* receiver) override {
+        made += "array; ";
+        return JSContext::makeArray(receiver);
+    }
+    JSObject* makeNull(JSObject* receiver) override {
+        made += "null; ";
+        return JSContext::makeNull(receiver);
+    }
+    JSObject* makeObject(JSObject* receiver) override {
+        made += "object; ";
+        return JSContext::makeObject(receiver);
+    }
+    JSObject* makeMethodRef(JSObject* owner, const BString& name, bool native, JSObject* receiver) override {
+        made += "method " + ascii(name) + "; ";
+        return JSContext::makeMethodRef(owner, name, native, receiver);
+    }
+    JSContext* makeThisContext(JSObject* object, JSObject* inner, JSObject* receiver) override {
+        made += "this; ";
+        return JSContext::makeThisContext(object, inner, receiver);
+    }
+    JSObject* makeFunction(JSFunctionNode* node, JSObject* receiver) override {
+        made += "function; ";
+        return JSContext::makeFunction(node, receiver);
+    }
+
+    std::string made;
+};
+
+TEST_F(HostContexts, EveryValueOfAScriptIsAskedOfTheContext) {
+    const Owned<MakingContext> maker(new MakingContext(ctx()));
+    run(u"x = 5; o = new Object(); f = Function('return 1 + 2;')");
+    const std::pair<const char16_t*, const char*> rows[] = {
+        {u"1 + 2", "number text 1; number text 2; number 3; "},
+        {u"0", "number 0; "},
+        {u"0x10 < 017", "number text 0x10; number text 017; true; "},
+        {u"-7", "number text 7; number -7; "},
+        {u"!true", "true; false; "},
+        {u"true || 1", "true; true; "},
+        {u"0 && 1", "number 0; false; "},
+        {u"1 ? 'a' : 'b'", "number text 1; string a; "},
+        {u"if (1 == 1) ;", "number text 1; number text 1; true; "},
+        {u"while (0) ;", "number 0; "},
+        {u"'a' + 'b'", "string a; string b; string ab; "},
+        {u"typeof x", "string number; "},
+        {u"null", "null; "},
+        {u"/a/", "expression; "},
+        {u"[1]", "array; number text 1; "},
+        {u"x++", "number 6; number 6; number 5; "},
+        {u"x = 5", "number text 5; number 5; "},
+        {u"x += 1", "number text 1; number 6; number 6; "},
+        {u"new Object()", "array; object; "},
+        {u"o.p.q = 1", "number text 1; object; "},
+        {u"f()", "array; this; number text 1; number text 2; number 3; "},
+        {u"g = f", "function; "},
+    };
+    for (const auto& [script, expected] : rows) {
+        maker->made.clear();
+        const Value value(maker->evaluateText(BString(script), nullptr));
+        EXPECT_EQ(maker->made, expected) << ascii(std::u16string_view(script));
+    }
+}
+
+TEST_F(HostContexts, CompletionOfASwitchIsAskedOfTheContext) {
+    struct Completing final : JSContext {
+        explicit Completing(JSContext* parent) : JSContext(parent) {}
+        JSCompletion getCompletion() override {
+            ++asked;
+            return JSContext::getCompletion();
+        }
+        JSCompletion setCompletion(JSCompletion completion) override {
+            ++set;
+            return JSContext::setCompletion(completion);
+        }
+        int asked = 0;
+        int set = 0;
+    };
+    const Owned<Completing> completing(new Completing(ctx()));
+    const Value none(completing->evaluateText(BString(u"switch (1) { case 1: 2; }"), nullptr));
+    EXPECT_EQ(completing->asked, 1);
+    EXPECT_EQ(completing->set, 0);
+    const Value broken(completing->evaluateText(BString(u"switch (1) { case 1: break; } n = 3;"), nullptr));
+    EXPECT_EQ(completing->set, 1);
+    EXPECT_EQ(globalText(u"n"), "number 3");
+}
+
+TEST_F(HostContexts, ThisObjectOfTheContextReachesPlainCalls) {
+    struct Home final : JSContext {
+        Home(JSContext* parent, JSObject* home) : JSContext(parent), home_(Value::share(home)) {}
+        JSObject* getThis(JSContext*, JSObject* receiver) override {
+            return receiver != nullptr ? receiver->shared() : Value::share(home_.get()).take();
+        }
+        Value home_;
+    };
+    run(u"f = Function('return this;'); outer = Function('return f();')");
+    const Value object = plainObject();
+    const Owned<Home> home(new Home(ctx(), object.get()));
+    EXPECT_EQ(Value(home->evaluateText(BString(u"f()"), nullptr)).get(), object.get());
+    EXPECT_EQ(Value(home->evaluateText(BString(u"outer()"), nullptr)).get(), object.get());
+    const Value called = function(u"return f();");
+    EXPECT_EQ(Value(called->call(nullptr, home.get(), nullptr)).get(), object.get()) << "from below";
+    EXPECT_EQ(evaluate(u"f()").get(), machine.get());
+}
+
+TEST_F(HostContexts, ContextWithoutAThisObjectLeavesItToTheOthers) {
+    run(u"f = Function('return this;')");
+    EXPECT_EQ(Value(context->evaluateText(BString(u"f()"), nullptr)).get(), machine.get());
+    // A call by the name of a variable of an outer call, made in the method of an object.
+    run(u"o = new Object(); o.m = Function('return g();')");
+    const Value made = function(u"var g = f; return o.m();");
+    const Value object(global(u"o")->asObject(ctx(), nullptr));
+    EXPECT_EQ(Value(made->call(nullptr, ctx(), nullptr)).get(), object.get());
+    EXPECT_EQ(Value(made->call(nullptr, context.get(), nullptr)).get(), object.get());
+}
+
 // ---- A context without a machine above it ----
 
 class RootContext final : public JSContext {
@@ -241,6 +382,50 @@ TEST_F(HostContexts, MachineClassThatStopsAtTheFirstMessage) {
     strict->stop = false;
     EXPECT_EQ(describe(Value(strict->getMember(BString(u"a"), strict.get(), nullptr)).get(), strict.get()),
               "number 1");
+}
+
+TEST_F(HostContexts, MachineClassThatIsAskedForEverythingKeepsThePosition) {
+    const auto said = std::make_shared<support::Transcript>();
+    const Owned<StrictMachine> strict(new StrictMachine(said));
+    const Value value(strict->evaluateText(BString(u"a = 1;\n  (void 0).x;"), nullptr));
+    EXPECT_EQ(said->takeMessagesWithPositions().substr(0, 2), "2:");
+    EXPECT_EQ(strict->position().substr(0, 2), "2:") << "the run was stopped there";
+}
+
+// A scope of the engine's that a host's class gives names of its own.
+class NamedScope final : public JSLocalContext {
+  public:
+    explicit NamedScope(JSContext* parent) : JSLocalContext(parent) { askEveryContext(); }
+    bool dispatchMember(JSMemberRequest& request) override {
+        if (!request.name->equals(u"answer")) return JSLocalContext::dispatchMember(request);
+        if (request.op == JSRequestOp::type) request.type = JSValueType::number;
+        if (request.op == JSRequestOp::get)
+            request.result = request.ctx->makeNumber(JSNumberValue::of(42), request.receiver);
+        return request.op <= JSRequestOp::get;
+    }
+};
+
+TEST_F(HostContexts, ScopeClassThatAnswersNamesOfItsOwn) {
+    const Owned<NamedScope> scope(new NamedScope(ctx()));
+    EXPECT_EQ(describe(Value(scope->evaluateText(BString(u"answer + 1"), nullptr)).get(), scope.get()),
+              "number 43");
+    EXPECT_EQ(call(function(u"var own = 1; return answer + own;"), scope.get()), "number 43");
+    run(u"answer = 7");
+    EXPECT_EQ(call(function(u"return answer;"), scope.get()), "number 42");
+    EXPECT_EQ(run(u"answer"), "number 7");
+}
+
+TEST_F(HostContexts, ScopeClassThatPutsCellsIntoItsStoreLeavesOtherScopesAlone) {
+    run(u"f = Function('var shelved = 2; return g();'); g = Function('return shelved;'); shelved = 1");
+    {
+        const Owned<NamedScope> scope(new NamedScope(ctx()));
+        const BString name(u"shelved");
+        const Value stored(scope->JSObject::setMember(name, number(5).get(), scope.get(), nullptr));
+        EXPECT_EQ(call(function(u"return shelved;"), scope.get()), "number 5");
+        EXPECT_EQ(call(function(u"return f();"), scope.get()), "number 2");
+    }
+    EXPECT_EQ(run(u"f()"), "number 2");
+    EXPECT_EQ(run(u"g()"), "number 1");
 }
 
 }  // namespace

@@ -196,6 +196,99 @@ TEST_F(HostObjects, MethodCallPutsTheObjectBehindTheChain) {
     EXPECT_NE(asked.find("exists x; get x"), std::string::npos) << asked;
 }
 
+TEST_F(HostObjects, EachConstructAsksNoMoreThanItNeeds) {
+    host->give("s", string(u"text"));
+    host->give("o", plainObject());
+    run(u"a = [1, 2, 3, 4, 5, 6]; known = 1; f = Function('p', 'return p;');");
+    const std::pair<const char16_t*, const char*> rows[] = {
+        // Reading into a new name, into an existing one, into a new and an existing element.
+        {u"fresh = host.x; 1", "get x"},
+        {u"known = host.x; 1", "type x; get x"},
+        {u"known = host.s; 1", "type s; get s"},
+        {u"known = host.o; 1", "type o; get o"},
+        {u"var declared = host.x;", "type x; get x"},
+        {u"a[6] = host.x; 1", "get x"},
+        {u"a[0] = host.x; 1", "type x; get x"},
+        // Arguments, lists, results.
+        {u"f(host.x)", "get x"},
+        {u"[host.x, host.s]", "get x; get s"},
+        {u"host.x(host.x)", "get x; call x=5"},
+        {u"Number(host.x)", "get x"},
+        {u"new host.Make()", "call Make="},
+        {u"host.x.toString()", "get x"},
+        {u"host.s.length", "get s; get s"},
+        {u"host.o.y = 1; 1", "get o"},
+        // Operators.
+        {u"host.x == 1", "get x; type x; type x; get x"},
+        {u"1 < host.x", "type x; type x; get x"},
+        {u"5 === host.x", "type x; get x"},
+        {u"'a' + host.x", "type x; get x"},
+        {u"host + 1", "exists operator$+"},
+        {u"-host.x", "type x; get x"},
+        {u"~host.x", "type x; get x"},
+        {u"!host.x", "get x"},
+        {u"host.x || 0", "get x"},
+        {u"host.x && 0", "get x"},
+        {u"0 || host.nothing", "get nothing"},
+        {u"host.x ? 1 : 2", "get x"},
+        {u"a[host.x]", "type x; get x"},
+        {u"host[host.s]", "type s; get s; type text; get text"},
+        {u"host.x, 1", ""},
+        {u"void host.x", ""},
+        {u"delete host.x", ""},
+        // Statements.
+        {u"while (host.nothing) ;", "get nothing"},
+        {u"do 1; while (host.nothing);", "get nothing"},
+        {u"for (; host.nothing;) ;", "get nothing"},
+        {u"switch (host.x) { case 5: }", "get x"},
+        {u"switch (5) { case host.x: }", "type x; get x"},
+        {u"switch (host.s) { case 'a': case 'text': }", "get s; get s"},
+        {u"with (host) { x; 1 }", ""},
+        {u"with (host) x;", "exists x; type x; exists x; get x"},
+    };
+    host->give("text", Value());
+    for (const auto& [script, expected] : rows) {
+        EXPECT_EQ(requests(script), expected) << ascii(std::u16string_view(script));
+    }
+    messages();
+}
+
+TEST_F(HostObjects, ReturnAsksForTheMemberOnce) {
+    run(u"f = Function('return host.x;')");
+    EXPECT_EQ(requests(u"f()"), "get x");
+}
+
+TEST_F(HostObjects, ZeroOfTheHostIsHandedBackAsUndefined) {
+    host->give("zero", number(0));
+    run(u"f = Function('return host.zero;')");
+    EXPECT_EQ(run(u"f()"), "null");
+    EXPECT_EQ(printed(), "get zero");
+}
+
+TEST_F(HostObjects, CallOfABareNameInWithDoesNotAskTheObject) {
+    run(u"x = 0");
+    EXPECT_EQ(requests(u"with (host) { x(); free(); }"), "");
+}
+
+TEST_F(HostObjects, MethodAsksWhetherANameExistsOnThisBeforeEachOperation) {
+    const std::pair<const char16_t*, const char*> rows[] = {
+        {u"return x;", "exists x; get x"},
+        {u"x = 7;", "exists x; set x=7"},
+        {u"typeof x;", "exists x; type x"},
+        {u"return x(1);", "exists x; call x=1"},
+        {u"delete x;", "exists x"},
+        {u"return free;", "exists free"},
+        {u"known = 1;", ""},
+        {u"return this.x;", "get x"},
+    };
+    run(u"known = 0");
+    for (const auto& [body, expected] : rows) {
+        const Value stored(host->JSObject::setMember(BString(u"ask"), function(body).get(), ctx(), nullptr));
+        EXPECT_EQ(requests(u"host.ask()"), expected) << ascii(std::u16string_view(body));
+        host->clearMembers(ctx(), nullptr);
+    }
+}
+
 TEST_F(HostObjects, RequestCarriesContextAndReceiver) {
     struct Witness final : JSObject {
         bool dispatchMember(JSMemberRequest& request) override {
@@ -296,6 +389,41 @@ TEST_F(HostObjects, ListOfTheHostCanBeTheArguments) {
     const Value squares(new HostList());
     const Value sum = function(u"return a + b * arguments.length;", u"a", u"b");
     EXPECT_EQ(describe(Value(sum->call(squares.get(), ctx(), nullptr)).get()), "number 5");
+}
+
+// Runs a text when it goes.
+class LastWill final : public JSObject {
+  public:
+    LastWill(JSContext* ctx, std::u16string_view will) : ctx_(ctx), will_(will) {}
+    ~LastWill() override { const Value value(ctx_->evaluateText(support::textOf(will_), nullptr)); }
+
+  private:
+    JSContext* ctx_;
+    std::u16string will_;
+};
+
+TEST_F(HostObjects, EndOfAHostObjectMayTakeThePlaceAlongThatItStoodIn) {
+    for (const char16_t* script : {u"x = 5;", u"x = 'a' + 'b';", u"x = void 0;", u"x = [1];", u"x = x;",
+                                   u"x -= 0;", u"delete x;", u"var x = 1;", u"with (x) x = 1;"}) {
+        setGlobal(u"x", Value(new LastWill(ctx(), u"delete x; gone = 1;")).get());
+        run(u"gone = 0");
+        run(script);
+        EXPECT_EQ(globalText(u"gone"), "number 1") << ascii(std::u16string_view(script));
+        run(u"delete x");
+    }
+    for (const char16_t* script : {u"a[1] = 5;", u"a[1] = 'text';", u"a.length = 0;", u"delete a[1];",
+                                   u"delete a;", u"a = 0;", u"a[1] = a[0];", u"a.reverse(); a = 0;"}) {
+        run(u"gone = 0; a = [1]");
+        const Value array(global(u"a")->asObject(ctx(), nullptr));
+        const Value stored(array->setItem(
+            1, Value(new LastWill(ctx(), u"a.length = 0; delete a; gone = 1;")).get(), ctx(), nullptr));
+        run(script);
+    }
+    run(u"f = Function('p', 'p = 1; return p;'); o = new Object();");
+    setGlobal(u"x", Value(new LastWill(ctx(), u"gone = 2;")).get());
+    EXPECT_EQ(run(u"y = f(x); delete x; y"), "number 1");
+    EXPECT_EQ(globalText(u"gone"), "number 2");
+    messages();
 }
 
 TEST_F(HostObjects, HostObjectIsReleasedWithItsMember) {

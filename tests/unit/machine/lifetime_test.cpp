@@ -1,7 +1,13 @@
 // Who holds whom, and for how long: reference counts over runs, the end of a machine, machines side by side.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
+#include <thread>
+#include <vector>
+
 #include "evaluator/contexts.h"
+#include "frontend/nodes.h"
 #include "machine/class_factory.h"
 #include "machine/module_state.h"
 #include "support/script_machine.h"
@@ -96,6 +102,56 @@ TEST_F(Lifetime, ListenerHearsOfTheMachinesDeathOnce) {
     EXPECT_EQ(listener.last, sender);
 }
 
+TEST_F(Lifetime, MachineTellsOfItsEndAndThenReleasesItsPartsInTheirOrder) {
+    struct Recorder final : BNotifyListener {
+        int32_t notified(BNotifySender*) override {
+            *order += name + " ";
+            return kGoOn;
+        }
+        std::string name;
+        std::string* order = nullptr;
+    };
+    std::string order;
+    std::vector<std::unique_ptr<Recorder>> recorders;
+    const auto listenTo = [&](const char* name, JSObject* object) {
+        ASSERT_NE(object, nullptr) << name;
+        recorders.push_back(std::make_unique<Recorder>());
+        recorders.back()->name = name;
+        recorders.back()->order = &order;
+        object->addListener(recorders.back().get(), 0);
+    };
+    const auto behind = [&](std::u16string_view value) {
+        return Value(evaluate(value)->getMember(BString(u"prototype"), ctx(), nullptr));
+    };
+    const Owned<JSFunctionNode> node(new JSFunctionNode(0, 0, Name(), nullptr, nullptr));
+    listenTo("global", Value(evaluate(u"g = new Object(); g")->asObject(ctx(), nullptr)).get());
+    listenTo("util", global(u"util").get());
+    listenTo("RegExp", global(u"RegExp").get());
+    listenTo("Math", global(u"Math").get());
+    listenTo("Date", global(u"Date").get());
+    {
+        const Value function(machine->makeFunctionPlain(node.get(), nullptr));
+        listenTo("Function", Value(function->getMember(BString(u"prototype"), ctx(), nullptr)).get());
+    }
+    listenTo("Number", behind(u"5").get());
+    listenTo("String", behind(u"'text'").get());
+    listenTo("Boolean", behind(u"true").get());
+    listenTo("Array", behind(u"[]").get());
+    listenTo("machine", machine.get());
+    machine.reset();
+    EXPECT_EQ(order, "machine Array Boolean String Number Function Date Math RegExp util global ");
+}
+
+TEST_F(Lifetime, ListenerHearsOfTheEndOfAValueThatAVariableHeld) {
+    for (const char16_t* script : {u"x = 2;", u"x++;", u"x += 1;", u"x = 'text';", u"delete x;"}) {
+        run(u"x = 1");
+        DeathListener listener;
+        Value(global(u"x")->asObject(ctx(), nullptr))->addListener(&listener, 0);
+        run(script);
+        EXPECT_EQ(listener.deaths, 1) << support::ascii(std::u16string_view(script));
+    }
+}
+
 TEST_F(Lifetime, RemovedListenerHearsNothing) {
     DeathListener listener;
     machine->addListener(&listener, 0);
@@ -129,6 +185,7 @@ TEST_F(Lifetime, ValuesOutliveTheirMachine) {
     EXPECT_EQ(support::asString(array.get(), other.get()), "1,two,3") << "in another machine's context";
     EXPECT_EQ(object->memberCount(other.get(), nullptr), 1);
     EXPECT_EQ(made->valueType(other.get(), nullptr), JSValueType::function);
+    EXPECT_EQ(describe(Value(made->call(nullptr, other.get(), nullptr)).get(), other.get()), "number 1");
     EXPECT_EQ(array->refCount(), 0);
 }
 
@@ -163,6 +220,34 @@ TEST_F(Lifetime, MachinesHaveGlobalsOfTheirOwn) {
     run(u"return 1;");
     EXPECT_FALSE(other->isStopped());
     machine->setCompletion(JSCompletion::normal);
+}
+
+// Each thread has a machine of its own; what they share is inside the engine. The scripts use the same names
+// in scopes and at the root, and make up new names all the time.
+TEST_F(Lifetime, MachinesRunSideBySideOnSeveralThreads) {
+    const BString script(
+        u"f = Function('n', 'var v = n; w = v + 1; return g(n);'); g = Function('return v * 100 + w;');"
+        u"o = new Object(); s = 0; v = 7;"
+        u"for (i = 0; i < 50; i++) { o['name' + i] = f(i); s += o['name' + i]; if (i % 2) delete o['name' + "
+        u"i]; }"
+        u"a = [3, 1, 2]; a.sort(); k = 'x'.toString; re = /b+/; s + a.join('') + v + k() + o.length + "
+        u"re.test('abb')");
+    constexpr const char* kExpected = "string 1237751237x25true";
+    const auto work = [&script](std::string& wrong) {
+        for (int round = 0; round < 20 && wrong.empty(); ++round) {
+            const Owned<JSKernel> other(new JSKernel());
+            const std::string result =
+                describe(Value(other->evaluateText(script, nullptr)).get(), other.get());
+            if (result != kExpected) wrong = result;
+        }
+    };
+    std::string wrong[4];
+    {
+        std::vector<std::thread> threads;
+        for (std::string& mine : wrong) threads.emplace_back(work, std::ref(mine));
+        for (std::thread& thread : threads) thread.join();
+    }
+    for (const std::string& mine : wrong) EXPECT_EQ(mine, "");
 }
 
 TEST_F(Lifetime, ValueOfOneMachineCanBeAGlobalOfAnother) {

@@ -2,6 +2,7 @@
 // leak, and the machine works afterwards.
 #include <gtest/gtest.h>
 
+#include "evaluator/contexts.h"
 #include "host/allocator.h"
 #include "support/script_machine.h"
 #include "support/script_text.h"
@@ -128,9 +129,16 @@ TEST_P(MemoryFailureWhileRunning, EveryAllocationOfTheHostsCalls) {
             const Value item(array ? array->setItem(50, text.get(), machine.get(), nullptr) : nullptr);
             const Value object(machine->makeObject(nullptr));
             const Value console(machine->getMember(BString(u"console"), machine.get(), nullptr));
+            const Owned<JSContext> scope(machine->makeLocalContext(nullptr, nullptr));
+            EXPECT_TRUE(!scope || scope->declareVariable(BString(u"another name that is new")));
+            const Value arguments(new JSArgumentsObject());
+            const Value argument(arguments ? arguments->setMember(BString(u"a third name"), number.get(),
+                                                                  machine.get(), nullptr)
+                                           : nullptr);
         }
         failed = allocationHasFailed();
         cancelAllocationFailure();
+        EXPECT_EQ(machine->getLength(nullptr), 0) << "no cell that has lost its name";
         ASSERT_LT(count, 1000u);
     }
     EXPECT_FALSE(transcript->messages.empty());

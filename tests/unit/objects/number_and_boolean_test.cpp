@@ -41,6 +41,7 @@ TEST_F(NumberObject, WritingAConstantIsSilentAndTheConstantStays) {
     EXPECT_EQ(run(u"delete c.MAX_VALUE; typeof c.MAX_VALUE"), "string number");
 }
 
+// Quirk: only the constructor of numbers is a function.
 TEST_F(NumberObject, ConstructorIsAFunctionUnlikeTheOthers) {
     EXPECT_EQ(numberConstructor()->valueType(ctx(), nullptr), JSValueType::function);
     EXPECT_EQ(booleanConstructor()->valueType(ctx(), nullptr), JSValueType::object);
@@ -95,6 +96,7 @@ TEST_F(NumberObject, ConstructorStoresIntoTheReceiverWithoutHandingItOn) {
     }
 }
 
+// Quirk: a radix is ignored.
 TEST_F(NumberObject, ToStringIgnoresItsArguments) {
     EXPECT_EQ(run(u"(5).toString(2)"), "string 5");
     EXPECT_EQ(run(u"(5).valueOf(7, 8)"), "number 5");

@@ -35,6 +35,7 @@ class Inheritance : public support::ScriptTest {
     }
 };
 
+// Quirk: all instances have it.
 TEST_F(Inheritance, ANewNameWrittenToAnInstanceLandsOnTheConstructor) {
     EXPECT_EQ(run(u"x = new String('a'); x.foo = 1; y = new String('b'); y.foo"), "number 1");
     EXPECT_EQ(run(u"t = true; t.bar = 'shared'; f = false; f.bar"), "string shared");
@@ -81,6 +82,7 @@ TEST_F(Inheritance, MembersAreCountedOwnFirstThenThoseBehind) {
     machine->setCompletion(JSCompletion::normal);
 }
 
+// Quirk: the write is ignored without a word.
 TEST_F(Inheritance, WritingPrototypeChangesNothingAndGivesNoMessage) {
     EXPECT_EQ(run(u"x = new String('a'); x.prototype = 1; typeof x.prototype"), "string object");
     const Value base = plainObject();
@@ -173,6 +175,7 @@ TEST_F(Inheritance, ConstructorOfAStandardInstanceIsTheOneThatAScriptSet) {
     EXPECT_FALSE(Value(text->getConstructor(ctx(), nullptr)));
 }
 
+// Quirk: deleting an instance cuts it off from its class.
 TEST_F(Inheritance, ClearMembersDetachesAnInstanceForGood) {
     const Value base = plainObject();
     const Value instance(new JSInstance(nullptr, base.get()));

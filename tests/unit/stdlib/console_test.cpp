@@ -47,6 +47,7 @@ TEST_F(Console, PrintlnWithoutArgumentReachesNothing) {
     EXPECT_EQ(log(), "");
 }
 
+// Quirk: the operation is not called.
 TEST_F(Console, ClearIsNotPassedOn) {
     EXPECT_EQ(run(u"con.clear()"), "null");
     EXPECT_EQ(log(), "");
