@@ -49,11 +49,15 @@ JSObject* JSArgumentsObject::setMember(const BString& name, JSObject* value, JSC
     return result;
 }
 
-JSActivation::JSActivation(JSContext* parent, JSObject* callerFunction)
-    : JSLocalContext(parent),
-      argumentsObject_(new JSArgumentsObject()),
-      callerFunction_(Value::share(callerFunction).take()) {
+JSActivation::JSActivation(JSContext* parent)
+    : JSLocalContext(parent), argumentsObject_(new JSArgumentsObject()) {
     if (argumentsObject_ != nullptr) firstStore_ = &argumentsObject_->ownMembers();
+    if (parent == nullptr) return;
+    if (!isEnginesAlone()) {
+        callerFunction_ = parent->currentFunction();
+        return;
+    }
+    callerNode_ = Owned<JSFunctionNode>::share(parent->nearestFunction()).take();
 }
 
 JSActivation::~JSActivation() {
@@ -61,9 +65,16 @@ JSActivation::~JSActivation() {
         forEachParameter(*declared_, [](const Name& name) { name.atom()->leaveScope(); });
         declared_->release();
     }
+    if (callerNode_ != nullptr) callerNode_->release();
     for (JSObject* part : {static_cast<JSObject*>(argumentsObject_), callerFunction_, returnValue_}) {
         if (part != nullptr) part->release();
     }
+}
+
+JSObject* JSActivation::callerFunction() {
+    if (callerFunction_ == nullptr && callerNode_ != nullptr)
+        callerFunction_ = makeFunction(callerNode_, nullptr);
+    return callerFunction_;
 }
 
 JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
@@ -92,13 +103,13 @@ JSContext::Holder JSActivation::holderOf(const NameQuery& query) {
 
 JSValueType JSActivation::specialType(const NameQuery& query) {
     if (query.isNamed(WellKnownName::arguments)) return JSValueType::object;
-    JSObject* const object = query.isNamed(WellKnownName::caller) ? callerFunction_ : thisObject_;
+    JSObject* const object = query.isNamed(WellKnownName::caller) ? callerFunction() : thisObject_;
     return object != nullptr ? object->valueType(query.ctx, query.receiver) : JSValueType::undefined;
 }
 
 JSObject* JSActivation::specialGet(const NameQuery& query) {
     if (query.isNamed(WellKnownName::arguments)) return argumentsObject_->shared();
-    return Value::share(query.isNamed(WellKnownName::caller) ? callerFunction_ : thisObject_).take();
+    return Value::share(query.isNamed(WellKnownName::caller) ? callerFunction() : thisObject_).take();
 }
 
 JSObject* JSActivation::specialSet(const NameQuery& query, JSObject* value) {
@@ -187,7 +198,7 @@ bool JSActivation::bindArguments(JSFunctionNode* node, JSObject* args) {
 
 // ---- The root ----
 
-JSGlobalBase::JSGlobalBase() : JSActivation(nullptr, nullptr), walkState_{this} {
+JSGlobalBase::JSGlobalBase() : JSActivation(nullptr), walkState_{this} {
     shareState(&walkState_);
 }
 

@@ -30,8 +30,8 @@ class JSArgumentsObject final : public JSObject {
 // is looked for among the caller's.
 class JSActivation : public JSLocalContext {
   public:
-    // References `callerFunction`, which may be null.
-    JSActivation(JSContext* parent, JSObject* callerFunction);
+    // The root of a chain when `parent`, the context that calls, is null.
+    explicit JSActivation(JSContext* parent);
     ~JSActivation() override;
 
     void memberName(BString& out, JSContext* ctx, JSObject* receiver) override;
@@ -39,6 +39,7 @@ class JSActivation : public JSLocalContext {
     bool declareParameter(const BString& name) override;
     void doReturn(JSObject* value, JSObject* receiver) override;
     JSObject* currentFunction() override;
+    JSFunctionNode* nearestFunction() override { return running_; }
 
     // Runs a function in this activation. `receiver` is the object under construction, null without a `new`;
     // it is not referenced. The result is what `return` gave, with a reference for the caller.
@@ -56,12 +57,16 @@ class JSActivation : public JSLocalContext {
 
   private:
     bool bindArguments(JSFunctionNode* node, JSObject* args);
+    JSObject* callerFunction();
 
     JSFunctionNode* running_ = nullptr;
     // The function whose parameters were declared here; referenced.
     JSFunctionNode* declared_ = nullptr;
     JSArgumentsObject* argumentsObject_;
-    JSObject* callerFunction_;
+    // The function that called. Its object is made when a script asks for it, which few do, unless a context
+    // of a host's own is to be asked.
+    JSFunctionNode* callerNode_ = nullptr;
+    JSObject* callerFunction_ = nullptr;
     JSObject* returnValue_ = nullptr;
     JSObject* thisObject_ = nullptr;
 };

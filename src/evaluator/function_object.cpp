@@ -81,9 +81,7 @@ JSObject* JSFunction::call(JSObject* args, JSContext* ctx, JSObject* receiver) {
     }
     // The function object may be replaced while it runs; its tree must not go away.
     const Owned<JSFunctionNode> node = Owned<JSFunctionNode>::share(node_);
-    Value caller(ctx->currentFunction());
-    const Owned<JSActivation> activation(new JSActivation(ctx, caller.get()));
-    caller.reset();
+    const Owned<JSActivation> activation(new JSActivation(ctx));
     if (!activation || activation->isIncomplete()) {
         ctx->reportError(nameText(WellKnownName::outOfMemory));
         return nullptr;

@@ -88,6 +88,13 @@ JSObject* JSMemberCallNode::run(JSContext* context, JSObject* receiver) {
 }
 
 JSObject* JSCallNode::run(JSContext* context, JSObject* receiver) {
+    if (callee && callee->kind == kIdentifierKind && context->isEnginesAlone()) {
+        // What the reference would do that running the name makes.
+        const Value list(context->execute(arguments.get(), nullptr));
+        if (context->stopped()) return nullptr;
+        const Name& name = static_cast<const JSIdentifierNode&>(*callee).name;
+        return context->callMember(name.text(), list.get(), context, receiver);
+    }
     const Value function(context->execute(callee.get(), nullptr));
     if (context->stopped()) return nullptr;
     const Value list(context->execute(arguments.get(), nullptr));
@@ -396,6 +403,25 @@ JSObject* JSRegExpNode::run(JSContext* context, JSObject* receiver) {
 
 namespace {
 
+Value runEntry(JSNode* node, JSContext* context, JSObject* receiver) {
+    PeekedValue peeked;
+    if (context->isEnginesAlone() && node->peek(context, peeked) && peeked.isNumber)
+        return Value(context->makeNumber(JSNumberValue::of(peeked.number), receiver));
+    return Value(context->execute(node, receiver));
+}
+
+// Puts a value into the new array. One that nobody else holds goes in as it is instead of being copied.
+void storeEntry(JSObject& array, int32_t position, Value value, JSContext* context, JSObject* receiver) {
+    if (array.engineClass() == JSObject::EngineClass::array && isFreshValue(value.get())) {
+        const Value emptyCell(array.setItem(position, nullptr, context, receiver));
+        const MemberStore& cells = array.ownMembers();
+        JSProperty* const cell = cells.contains(position) ? cells.at(position) : nullptr;
+        if (cell != nullptr) cell->replaceValue(std::move(value));
+        return;
+    }
+    const Value stored(array.setItem(position, value.get(), context, receiver));
+}
+
 // The values of a list as a new array. An entry without a node leaves a hole.
 JSObject* runEntries(const JSEntryListNode& node, JSContext* context, JSObject* receiver) {
     Value array(context->makeArray(receiver));
@@ -404,9 +430,9 @@ JSObject* runEntries(const JSEntryListNode& node, JSContext* context, JSObject* 
     for (const ListRecord* record = node.entries.first; record != nullptr;
          record = record->next, ++position) {
         if (!record->value) continue;
-        const Value value(context->execute(record->value.get(), receiver));
+        Value value = runEntry(record->value.get(), context, receiver);
         if (context->stopped()) return nullptr;
-        const Value stored(array->setItem(position, value.get(), context, receiver));
+        storeEntry(*array, position, std::move(value), context, receiver);
     }
     return array.take();
 }

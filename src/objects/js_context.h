@@ -185,6 +185,11 @@ class JSContext : public JSParentedObject {
     // asked of none that would notice?
     bool isEnginesAlone() const { return state_ != nullptr; }
 
+    // The function that runs in this context or in the nearest call above; borrowed, null outside functions.
+    virtual JSFunctionNode* nearestFunction() {
+        return parent() != nullptr ? parent()->nearestFunction() : nullptr;
+    }
+
     // As `isStopped`, at no cost while no jump is pending anywhere.
     bool stopped() {
         if (state_ != nullptr && state_->stoppedContexts == 0) [[likely]]
