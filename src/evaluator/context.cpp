@@ -110,7 +110,7 @@ JSObject* JSContext::getThis(JSContext* ctx, JSObject* receiver) {
 JSObject* JSContext::callWithThis(JSObject* object, JSObject* function, JSObject* args, JSContext*,
                                   JSObject* receiver) {
     // A native method that calls itself by a cell of the same name gets here without running a node.
-    if (nativeStackIsShort()) {
+    if (nativeStackIsShortForCall()) {
         reportError(u"stack overflow");
         return nullptr;
     }

@@ -75,7 +75,7 @@ void JSFunction::memberName(BString& out, JSContext*, JSObject*) {
 }
 
 JSObject* JSFunction::call(JSObject* args, JSContext* ctx, JSObject* receiver) {
-    if (nativeStackIsShort()) {
+    if (nativeStackIsShortForCall()) {
         ctx->reportError(u"stack overflow");
         return nullptr;
     }

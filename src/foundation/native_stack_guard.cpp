@@ -6,19 +6,8 @@ namespace quorvelin {
 
 namespace {
 
-// Room for what runs without asking: a native method, a conversion, a host's own operation. Sanitizers make
-// frames several times as large.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr uintptr_t kReserve = 768 * 1024;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr uintptr_t kReserve = 768 * 1024;
-#else
-constexpr uintptr_t kReserve = 128 * 1024;
-#endif
-#else
-constexpr uintptr_t kReserve = 128 * 1024;
-#endif
+// Room for what runs without asking: a native method, a conversion, a host's own operation.
+constexpr uintptr_t kReserve = 128 * 1024 * detail::kFrameFactor;
 
 }  // namespace
 
