@@ -217,7 +217,7 @@ static_assert(0 QUORVELIN_FIXED_NAMES(QUORVELIN_NAME) == kFixedNameCount);
 }
 
 // Builds the names when the library loads, before any of its operations can be called.
-const bool builtAtLoad = [] {
+const bool kBuiltAtLoad = [] {
     detail::buildWellKnownAtoms();
     return true;
 }();
@@ -234,7 +234,7 @@ void detail::buildWellKnownAtoms() {
         return true;
     }();
     (void)built;
-    (void)builtAtLoad;
+    (void)kBuiltAtLoad;
 }
 
 }  // namespace quorvelin

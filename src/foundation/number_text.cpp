@@ -51,12 +51,13 @@ Start skipSpaceAndSign(const char16_t* text) {
 // The digits of one number on their way to the library's conversion: the significant ones as a whole number,
 // and the power by which it is to be multiplied. However long a text is, this many digits and a mark for "and
 // more" determine the nearest double.
-struct Digits {
+class Digits {
+  public:
     static constexpr int32_t kMost = 800;
     // An exponent of this size is beyond the range whatever the digits; larger ones are cut to it.
     static constexpr int64_t kLargestExponent = 100'000'000'000;
 
-    explicit Digits(int32_t radix) : base(radix), bitsPerDigit(radix == 16 ? 4 : 1) {}
+    explicit Digits(int32_t radix) : base_(radix), bitsPerDigit_(radix == 16 ? 4 : 1) {}
 
     // Takes digits, with one point among or around them. The end of what was taken; null without a digit.
     const char16_t* take(const char16_t* text) {
@@ -65,7 +66,7 @@ struct Digits {
         for (;; ++text) {
             if (*text == u'.' && !sawPoint) {
                 sawPoint = true;
-            } else if (const int32_t value = digitValue(*text); value < base) {
+            } else if (const int32_t value = digitValue(*text); value < base_) {
                 sawDigit = true;
                 add(static_cast<char>(*text), value != 0, sawPoint);
             } else {
@@ -84,20 +85,20 @@ struct Digits {
         int64_t value = 0;
         for (; isDecimalDigit(*digit); ++digit)
             value = std::min(kLargestExponent, value * 10 + (*digit - u'0'));
-        exponent += isNegative ? -value : value;
+        exponent_ += isNegative ? -value : value;
         return digit;
     }
 
     double value() {
-        if (count == 0) return 0;
-        const int64_t magnitude = exponent + int64_t{count} * bitsPerDigit;
-        if (moreDigits) characters[count++] = '1', exponent -= bitsPerDigit;
-        char* end = characters + count;
-        *end++ = base == 16 ? 'p' : 'e';
-        end = std::to_chars(end, std::end(characters), exponent).ptr;
+        if (count_ == 0) return 0;
+        const int64_t magnitude = exponent_ + int64_t{count_} * bitsPerDigit_;
+        if (moreDigits_) characters_[count_++] = '1', exponent_ -= bitsPerDigit_;
+        char* end = characters_ + count_;
+        *end++ = base_ == 16 ? 'p' : 'e';
+        end = std::to_chars(end, std::end(characters_), exponent_).ptr;
         double result = 0;
         const std::from_chars_result done = std::from_chars(
-            characters, end, result, base == 16 ? std::chars_format::hex : std::chars_format::scientific);
+            characters_, end, result, base_ == 16 ? std::chars_format::hex : std::chars_format::scientific);
         if (done.ec == std::errc::result_out_of_range) {
             result = magnitude > 0 ? std::numeric_limits<double>::infinity() : 0.0;
         }
@@ -106,23 +107,23 @@ struct Digits {
 
   private:
     void add(char digit, bool isSignificant, bool behindPoint) {
-        if (count == 0 && !isSignificant) {
-            if (behindPoint) exponent -= bitsPerDigit;
-        } else if (count < kMost) {
-            characters[count++] = digit;
-            if (behindPoint) exponent -= bitsPerDigit;
+        if (count_ == 0 && !isSignificant) {
+            if (behindPoint) exponent_ -= bitsPerDigit_;
+        } else if (count_ < kMost) {
+            characters_[count_++] = digit;
+            if (behindPoint) exponent_ -= bitsPerDigit_;
         } else {
-            moreDigits = moreDigits || isSignificant;
-            if (!behindPoint) exponent += bitsPerDigit;
+            moreDigits_ = moreDigits_ || isSignificant;
+            if (!behindPoint) exponent_ += bitsPerDigit_;
         }
     }
 
-    const int32_t base;
-    const int32_t bitsPerDigit;
-    int32_t count = 0;
-    bool moreDigits = false;
-    int64_t exponent = 0;
-    char characters[kMost + 32];
+    const int32_t base_;
+    const int32_t bitsPerDigit_;
+    int32_t count_ = 0;
+    bool moreDigits_ = false;
+    int64_t exponent_ = 0;
+    char characters_[kMost + 32];
 };
 
 // The number at `text`, which has no sign, and its end; a null end when there is none.

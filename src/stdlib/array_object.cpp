@@ -10,7 +10,6 @@
 #include "objects/js_context.h"
 #include "objects/js_property.h"
 #include "objects/member_request.h"
-#include "objects/number_object.h"
 
 namespace quorvelin {
 
@@ -218,7 +217,7 @@ JSObject* JSArrayConstructor::call(JSObject* args, JSContext* ctx, JSObject* rec
         if (ctx->isStopped()) return nullptr;
         if (only && only->valueType(ctx, receiver) == JSValueType::number) {
             JSNumberValue length;
-            comparisonNumber(only.get(), length, ctx, receiver);
+            only->asNumber(length, ctx, receiver);
             if (ctx->isStopped()) return nullptr;
             const int32_t entries = length.isFinite() ? truncateToInt32(length.value) : 0;
             return finishConstruction(ctx->makeArraySized(entries, receiver), ctx, receiver);

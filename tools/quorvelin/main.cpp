@@ -3,7 +3,9 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <exception>
 #include <iterator>
 #include <new>
 
@@ -77,14 +79,7 @@ int perform(const CommandAction& action, const ProgramOutput& output) {
     }
 }
 
-}  // namespace
-
-}  // namespace quorvelin::tool
-
-int main(int argumentCount, char** arguments) {
-    using namespace quorvelin::tool;
-    // A reader that goes away is told by the write that fails.
-    std::signal(SIGPIPE, SIG_IGN);
+int runProgram(int argumentCount, char** arguments) {
     // The actions of the commands ask it for arguments.
     CLI::App program("Looks at and runs scripts.", "quorvelin");
     ExitStatus usage = kUnusable;
@@ -101,4 +96,19 @@ int main(int argumentCount, char** arguments) {
         status = kUnusable;
     }
     return status;
+}
+
+}  // namespace
+
+}  // namespace quorvelin::tool
+
+int main(int argumentCount, char** arguments) {
+    // A reader that goes away is told by the write that fails.
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        return quorvelin::tool::runProgram(argumentCount, arguments);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "quorvelin: %s\n", failure.what());
+        return quorvelin::tool::kUnusable;
+    }
 }

@@ -250,6 +250,15 @@ TEST_F(SavedTreeRuns, LiteralOfAnUnknownKindIsUndefined) {
     EXPECT_EQ(runStatements({new JSLiteralNode(0, 0, JSTT_BOOL, BString(u"maybe"))}), "boolean false");
 }
 
+// The digits that were read count, as in arithmetic, though the whole is no number.
+TEST_F(SavedTreeRuns, LengthOfAnArrayIsTakenAsANumberLikeAnyOther) {
+    Owned<JSArgumentsNode> length(new JSArgumentsNode());
+    length->append(new JSLiteralNode(0, 0, JSTT_INT, BString(u"3x")));
+    Node call(new JSCallNode(0, 0, statement(u"Array").take(), length.take()));
+    runStatements({assignment(u"a", u"=", std::move(call)).take()});
+    EXPECT_EQ(run(u"a.length"), "number 3");
+}
+
 TEST_F(SavedTreeRuns, AbsentChildrenAreUndefined) {
     EXPECT_EQ(runStatements({new JSIfNode(0, 0, nullptr, statement(u"1").take(), statement(u"2").take())}),
               "null");
