@@ -10,6 +10,7 @@
 #include "frontend/nodes.h"
 #include "machine/class_factory.h"
 #include "machine/module_state.h"
+#include "support/leaks_by_design.h"
 #include "support/script_machine.h"
 #include "support/script_text.h"
 
@@ -168,6 +169,18 @@ TEST_F(Lifetime, MachineReleasesWhatItsGlobalsHold) {
     EXPECT_EQ(host->refCount(), 3);
     machine.reset();
     EXPECT_EQ(host->refCount(), 0);
+}
+
+// Quirk: references are counted and nothing looks for cycles, so objects that hold one another stay for good.
+TEST_F(Lifetime, ObjectsThatHoldOneAnotherOutliveTheirMachine) {
+    const support::LeakOfACycle leak;
+    const Value host = plainObject();
+    setGlobal(u"host", host.get());
+    run(u"a = new Object(); b = new Object(); a.other = b; b.other = a; b.guest = host; a = 0; b = 0; host = "
+        u"0");
+    EXPECT_EQ(host->refCount(), 1) << "held by the cycle and by the test";
+    machine.reset();
+    EXPECT_EQ(host->refCount(), 1);
 }
 
 TEST_F(Lifetime, ValuesOutliveTheirMachine) {
