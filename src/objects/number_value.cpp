@@ -43,14 +43,14 @@ JSNumberValue JSNumberValue::fromText(const BString& text, int32_t radix) {
     int32_t consumed = 0;
     const double parsed = radix == 10 ? parseDouble(text.data(), &consumed)
                                       : static_cast<double>(parseInteger32(text.data(), radix, &consumed));
-    if (text[consumed] == 0) return of(parsed);
+    if (consumed == text.length()) return of(parsed);
     return {parsed, Kind::notANumber};
 }
 
 JSNumberValue numberOfText(const BString& text) {
     int32_t consumed = 0;
     const double number = parseDouble(text.data(), &consumed);
-    return JSNumberValue::of(!text.isEmpty() && text[consumed] == 0 ? number : 0.0);
+    return JSNumberValue::of(!text.isEmpty() && consumed == text.length() ? number : 0.0);
 }
 
 JSNumberValue JSNumberValue::add(const JSNumberValue& right) const {

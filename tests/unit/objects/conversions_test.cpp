@@ -190,6 +190,10 @@ TEST_F(Conversions, NumberOfATextNeedsAllOfIt) {
         value->text = row.text;
         EXPECT_EQ(numberOf(value.get()), row.number) << support::ascii(std::u16string_view(row.text));
     }
+    // A NUL ends the reading, but not the text.
+    value->text = std::u16string(u"12\0", 3);
+    EXPECT_EQ(numberOf(value.get()), "0");
+    EXPECT_EQ(JSNumberValue::fromText(BString(u"12\0", 3), 10).kind, JSNumberKind::notANumber);
 }
 
 TEST_F(Conversions, NumberOfAnExpressionIsThatOfItsSource) {
